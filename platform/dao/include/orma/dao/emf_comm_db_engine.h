@@ -1,0 +1,56 @@
+// The inventory database as the topology queries read it.
+//
+// Thread-safety: thread-safe after Instance. Operations block in the database. They return -1 on
+// failure (logged with the reason) and throw nothing but std::bad_alloc.
+#pragma once
+
+#include <cstdint>
+#include <list>
+#include <string>
+
+#include "orma/bundle/export.h"
+
+// What the key of a base node query is.
+enum _ETopoQueryMode {
+  TOPO_QUERY_ALL = 0,
+  TOPO_QUERY_BY_NODE = 4,  // the key is a node id, the result carries its device
+};
+
+struct stDevProperty {
+  std::uint32_t devId = 0;
+  std::uint16_t devType = 0;
+  std::int32_t subType = 0;
+  std::string ipAddress;
+  std::string devName;
+};
+
+struct NodeStruct {
+  std::uint32_t devId = 0;
+  std::string nodeId;
+  std::string label;
+};
+
+class ORMA_API CEmfCommDBEngine {
+ public:
+  // The module whose engine this is.
+  static std::string GetModuleName();
+  // The engine, made at the first call; later module names are ignored. Never null.
+  static CEmfCommDBEngine* Instance(const std::string& moduleName);
+  // Releases the engine and its connections; the next Instance makes a new one. No operation may
+  // be running.
+  static void Destroy();
+
+  // One record for each id that exists is appended to `out`; 0, or -1 on failure.
+  int GetDevProperty(const std::list<unsigned int>& ids, std::list<stDevProperty>& out);
+  // The version name; 0, or -1 when the device is unknown or the read failed.
+  int GetDevVersionName(unsigned int id, std::string& out);
+  // The location parts, outermost first, appended; 0, or -1 when the device is unknown or the
+  // read failed.
+  int GetDevLocationByDevID(unsigned int id, std::list<std::string>& out);
+  // Nodes that match are appended; their number, or -1 on failure.
+  int GetBaseNode(_ETopoQueryMode mode, const std::string& key, std::list<NodeStruct>& out);
+
+ private:
+  CEmfCommDBEngine();
+  ~CEmfCommDBEngine();
+};
