@@ -1,0 +1,56 @@
+// One value whose type is known at run time: what a database column or a described field holds.
+//
+// Thread-safety: thread-compatible. The conversions throw std::range_error, whose text names the
+// value's type and the one asked for; nothing is ever cut or guessed.
+//
+//   refl::CValue column = cursor["dev_id"];
+//   if (!column.isEmpty()) use(column.asInteger());
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "orma/bundle/export.h"
+
+namespace refl {
+
+using Bytes = std::vector<unsigned char>;
+
+class ORMA_API CValue {
+ public:
+  // In the order of the alternatives in data_.
+  enum class Type { Empty, Integer, Real, Text, Binary };
+
+  // Empty: a column that is NULL, or that there is none.
+  CValue() = default;
+  explicit CValue(std::int64_t value) : data_(value) {}
+  explicit CValue(double value) : data_(value) {}
+  explicit CValue(std::string value) : data_(std::move(value)) {}
+  explicit CValue(Bytes value) : data_(std::move(value)) {}
+
+  Type type() const { return static_cast<Type>(data_.index()); }
+  bool isEmpty() const { return type() == Type::Empty; }
+
+  // An integer, a real without fraction that fits, or a text that is a decimal integer and
+  // nothing else.
+  std::int64_t asInteger() const;
+  // The same, and the result lies in minimum..maximum.
+  std::int64_t asInteger(std::int64_t minimum, std::int64_t maximum) const;
+  // A real, or an integer that a double holds exactly.
+  double asReal() const;
+  // A text, or an integer in decimal.
+  std::string asText() const;
+  const Bytes& asBytes() const;
+
+  // Equal in type and value; 1 and 1.0 and "1" are three values.
+  friend bool operator==(const CValue& a, const CValue& b) { return a.data_ == b.data_; }
+  friend bool operator!=(const CValue& a, const CValue& b) { return !(a == b); }
+
+ private:
+  std::variant<std::monostate, std::int64_t, double, std::string, Bytes> data_;
+};
+
+}  // namespace refl
