@@ -33,7 +33,7 @@ endif()
 # The ORB is optional: the plug-in only makes its load-time calls.
 set(EMF_TAO_FOUND FALSE)
 if(NOT EMF_WITH_TAO STREQUAL "OFF")
-  find_path(TAO_INCLUDE_DIR tao/PortableServer/POA_Loader.h)
+  find_path(TAO_INCLUDE_DIR tao/PortableServer/PortableServer.h)
   set(emf_tao_missing "")
   foreach(part TAO TAO_PortableServer TAO_CodecFactory)
     find_library(${part}_LIBRARY ${part})

@@ -44,7 +44,7 @@ class ORMA_API DefaultLogProxy : public LogProxy {
   void Reserved1() override;
   void Reserved2() override;
   void Print(int level, const char* text) override;
-  void PrintFormat(const char* format, ...) __attribute__((format(printf, 2, 3))) override;
+  void PrintFormat(const char* format, ...) override __attribute__((format(printf, 2, 3)));
   int Reserved3() override;
   int Reserved4() override;
   int Reserved5() override;
