@@ -23,6 +23,8 @@ endif()
 add_library(emf_options INTERFACE)
 target_compile_options(emf_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
                        -Wformat=2 -Wimplicit-fallthrough)
+# What --version prints.
+target_compile_definitions(emf_options INTERFACE EMF_VERSION="${PROJECT_VERSION}")
 if(EMF_WARNINGS_AS_ERRORS)
   target_compile_options(emf_options INTERFACE -Werror)
 endif()
