@@ -2,8 +2,8 @@
 //
 //   std::vector<orma::ConfigProblem> problems;
 //   auto configuration = orma::Configuration::load("agent.json", problems);
-//   if (!configuration) { for (auto& p : problems) std::cerr << p.where << ": " << p.what << "\n"; }
-//   else orma::Configuration::install(configuration);
+//   if (!configuration) { for (auto& p : problems) std::cerr << p.where << ": " << p.what << "\n";
+//   } else orma::Configuration::install(configuration);
 //
 // The table (configuration_keys.cpp) holds every key with type, default, range and meaning; the
 // getters take its paths and give the default where the file is silent. Asking for a path that
@@ -26,13 +26,13 @@ namespace orma {
 enum class ConfigType { Text, Path, Integer, Boolean, Choice };
 
 struct ConfigKey {
-  const char* path;        // "rest.connectTimeoutMs"
+  const char* path;  // "rest.connectTimeoutMs"
   ConfigType type;
-  const char* defaultText; // as it would stand in the file, without quotes
-  std::int64_t minimum;    // integers: the inclusive range
+  const char* defaultText;  // as it would stand in the file, without quotes
+  std::int64_t minimum;     // integers: the inclusive range
   std::int64_t maximum;
-  const char* choices;     // choices: the words, joined by "|"
-  const char* meaning;     // one line for documents and messages
+  const char* choices;  // choices: the words, joined by "|"
+  const char* meaning;  // one line for documents and messages
 };
 
 // Every key, in the order of the documents.
@@ -61,7 +61,7 @@ class ORMA_API Configuration {
                                                     const std::string& name,
                                                     const std::string& directory,
                                                     std::vector<ConfigProblem>& problems);
-  // Makes a configuration the process's own. Never null after the first call or current().
+  // Makes a configuration the process's own; null brings the defaults back.
   static void install(std::shared_ptr<const Configuration> configuration);
   // The installed configuration; all defaults when none was installed.
   static std::shared_ptr<const Configuration> current();
@@ -69,6 +69,8 @@ class ORMA_API Configuration {
   std::string text(const char* path) const;
   // A path made absolute against the file's directory; empty stays empty.
   std::string path(const char* path) const;
+  // The same for a path that stands inside another value, such as a connection text.
+  std::string absolutePath(const std::string& path) const;
   std::int64_t integer(const char* path) const;
   bool boolean(const char* path) const;
   // The "items" object.
