@@ -1,17 +1,160 @@
 #include "json_reader.h"
 
 #include <json/reader.h>
+#include <simdjson.h>
 
-#include <memory>
+#include <new>
+#include <string_view>
+#include <utility>
+
+#include "strict_json.h"
 
 namespace orma::rest {
+namespace {
 
-bool readJson(std::string& text, std::size_t maxNesting, Json::Value& value, std::string& reason) {
+namespace dom = simdjson::dom;
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+// Builds the Json::Value of an element in place. False when it is nested too deep.
+class Builder {
+ public:
+  explicit Builder(std::size_t maxNesting) : levelsLeft_(maxNesting) {}
+
+  bool build(dom::element element, Json::Value& out) {
+    switch (element.type()) {
+      case dom::element_type::ARRAY:
+        return buildArray(dom::array(element), out);
+      case dom::element_type::OBJECT:
+        return buildObject(dom::object(element), out);
+      case dom::element_type::STRING:
+        put(text(std::string_view(element)), out);
+        break;
+      case dom::element_type::INT64:
+        put(Json::Value(Json::Int64(std::int64_t(element))), out);
+        break;
+      case dom::element_type::UINT64:
+        put(Json::Value(Json::UInt64(std::uint64_t(element))), out);
+        break;
+      case dom::element_type::DOUBLE:
+        put(Json::Value(double(element)), out);
+        break;
+      case dom::element_type::BOOL:
+        put(Json::Value(bool(element)), out);
+        break;
+      case dom::element_type::NULL_VALUE:
+        put(Json::Value(), out);
+        break;
+    }
+    return true;
+  }
+
+ private:
+  static Json::Value text(std::string_view view) {
+    return Json::Value(view.data(), view.data() + view.size());
+  }
+  static void put(Json::Value&& value, Json::Value& out) { out.swapPayload(value); }
+
+  bool buildArray(dom::array array, Json::Value& out) {
+    if (levelsLeft_ == 0) return false;
+    --levelsLeft_;
+    put(Json::Value(Json::arrayValue), out);
+    for (const dom::element element : array) {
+      if (!build(element, out.append(Json::Value()))) return false;
+    }
+    ++levelsLeft_;
+    return true;
+  }
+
+  bool buildObject(dom::object object, Json::Value& out) {
+    if (levelsLeft_ == 0) return false;
+    --levelsLeft_;
+    put(Json::Value(Json::objectValue), out);
+    for (const dom::key_value_pair member : object) {
+      // Of members with one name the last stays.
+      Json::Value& slot = *out.demand(member.key.data(), member.key.data() + member.key.size());
+      if (!build(member.value, slot)) return false;
+    }
+    ++levelsLeft_;
+    return true;
+  }
+
+  std::size_t levelsLeft_;
+};
+
+}  // namespace
+
+struct JsonReader::Parser {
+  dom::parser parser;
+};
+
+JsonReader::JsonReader(std::size_t maxNesting)
+    : maxNesting_(maxNesting), parser_(std::make_unique<Parser>()) {}
+JsonReader::JsonReader(JsonReader&&) noexcept = default;
+JsonReader& JsonReader::operator=(JsonReader&&) noexcept = default;
+JsonReader::~JsonReader() = default;
+
+JsonOutcome JsonReader::read(std::string& text, Json::Value& value, std::string& reason) {
+  value = Json::Value();
+  try {
+    return readDocument(text, value, reason);
+  } catch (const Json::Exception& tooLong) {  // a single text of 2 GiB
+    reason = tooLong.what();
+    return JsonOutcome::Refused;
+  }
+}
+
+JsonOutcome JsonReader::readDocument(std::string& text, Json::Value& value, std::string& reason) {
+  const bool marked = text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0;
+  const std::size_t start = marked ? kByteOrderMark.size() : 0;
+  text.reserve(text.size() + simdjson::SIMDJSON_PADDING);  // the parser reads beyond the end
+  dom::element root;
+  const auto error =
+      parser_->parser.parse(text.data() + start, text.size() - start, false).get(root);
+  switch (error) {
+    case simdjson::SUCCESS:
+      break;
+    case simdjson::MEMALLOC:
+      throw std::bad_alloc();
+    case simdjson::UTF8_ERROR:    // broken texts must not cost the whole answer
+    case simdjson::NUMBER_ERROR:  // an integer beyond 64 bits becomes a double, as in jsoncpp
+      return readSlowly(text, start, value, reason);
+    case simdjson::DEPTH_ERROR:
+      reason = tooDeepReason(maxNesting_);
+      return JsonOutcome::Refused;
+    case simdjson::EMPTY:
+      reason = "it is empty";
+      return JsonOutcome::Refused;
+    default:
+      reason = simdjson::error_message(error);
+      return JsonOutcome::Refused;
+  }
+  Json::Value built;
+  if (!Builder(maxNesting_).build(root, built)) {
+    reason = tooDeepReason(maxNesting_);
+    return JsonOutcome::Refused;
+  }
+  value.swap(built);
+  return JsonOutcome::Read;
+}
+
+JsonOutcome JsonReader::readSlowly(const std::string& text, std::size_t start, Json::Value& value,
+                                   std::string& reason) const {
+  const std::string_view document = std::string_view(text).substr(start);
+  if (!checkStrictJson(document, maxNesting_, reason)) return JsonOutcome::Refused;
   Json::CharReaderBuilder builder;
   Json::CharReaderBuilder::strictMode(&builder.settings_);
-  builder["stackLimit"] = static_cast<Json::UInt64>(maxNesting);
+  builder["strictRoot"] = false;
+  builder["rejectDupKeys"] = false;
+  builder["collectComments"] = false;
+  builder["stackLimit"] = static_cast<Json::UInt64>(maxNesting_ + 1);  // counts the scalar inside
   const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
-  return reader->parse(text.data(), text.data() + text.size(), &value, &reason);
+  Json::Value built;
+  if (!reader->parse(document.data(), document.data() + document.size(), &built, &reason)) {
+    return JsonOutcome::Refused;
+  }
+  value.swap(built);
+  return isValidUtf8(document) ? JsonOutcome::Read : JsonOutcome::ReadInvalidUtf8;
 }
 
 }  // namespace orma::rest

@@ -1,22 +1,49 @@
-// Reads a JSON text into a Json::Value.
+// Reads a JSON text into a Json::Value: what jsoncpp's own strict reader gives, in half its time.
 //
-// Thread-safety: thread-safe. Failure is told by the result, with the reason in words; nothing is
-// thrown but std::bad_alloc.
-//
+//   orma::rest::JsonReader reader(100);
 //   Json::Value value;
 //   std::string reason;
-//   if (!orma::rest::readJson(text, 100, value, reason)) report(reason);
+//   if (reader.read(text, value, reason) == JsonOutcome::Refused) report(reason);
+//
+// Thread-safety: thread-compatible; a reader keeps its working memory from text to text. Failure
+// is told by the result, with the reason in words; nothing is thrown but std::bad_alloc.
 #pragma once
 
 #include <json/value.h>
 
+#include <cstddef>
+#include <memory>
 #include <string>
 
 namespace orma::rest {
 
-// True when the whole of `text` is one JSON document, at most `maxNesting` arrays and objects
-// deep; it then is in `value`. Otherwise `value` is null and `reason` says why. `text` may get
-// more capacity, its content stays.
-bool readJson(std::string& text, std::size_t maxNesting, Json::Value& value, std::string& reason);
+enum class JsonOutcome {
+  Read,
+  ReadInvalidUtf8,  // read, but texts in it are no valid UTF-8; they are kept byte for byte
+  Refused,
+};
+
+class JsonReader {
+ public:
+  // maxNesting: how many arrays and objects may stand in one another, 1 to 1000.
+  explicit JsonReader(std::size_t maxNesting);
+  JsonReader(JsonReader&&) noexcept;
+  JsonReader& operator=(JsonReader&&) noexcept;
+  ~JsonReader();
+
+  // The whole of `text` must be one document by RFC 8259, with or without a byte order mark.
+  // `value` is replaced, by null when the text is refused. `text` may get more capacity.
+  JsonOutcome read(std::string& text, Json::Value& value, std::string& reason);
+
+ private:
+  struct Parser;
+
+  JsonOutcome readDocument(std::string& text, Json::Value& value, std::string& reason);
+  JsonOutcome readSlowly(const std::string& text, std::size_t start, Json::Value& value,
+                         std::string& reason) const;
+
+  std::size_t maxNesting_;
+  std::unique_ptr<Parser> parser_;
+};
 
 }  // namespace orma::rest

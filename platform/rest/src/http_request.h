@@ -1,0 +1,26 @@
+// A REST request in its wire form: URL with query, headers, body.
+//
+// Thread-safety: thread-safe functions on thread-compatible values.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "failure.h"
+#include "restreq.h"
+
+namespace orma::rest {
+
+struct HttpRequest {
+  std::string url;
+  std::vector<std::string> headers;  // as libcurl takes them: "Name: value", "Name;" when empty
+  bool post = false;
+  std::string body;  // when post
+};
+
+// Composes the wire form of `request`; `token` may be empty. False when something in it could
+// not be sent without changing its meaning or breaking the request's frame.
+bool composeRequest(const Nimbola::RestReq& request, const std::string& baseUrl,
+                    const std::string& token, HttpRequest& wire, Failure& failure);
+
+}  // namespace orma::rest
