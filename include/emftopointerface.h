@@ -1,4 +1,4 @@
-// Queries over the platform's topology: devices.
+// Queries over the platform's topology: devices, nodes, submaps and links.
 //
 //   std::list<Device> devices;
 //   EMFTopoI::getAllDevices(devices);
@@ -41,4 +41,42 @@ class EMF_API EMFTopoI {
   // The device id of a topology node from the database. 0, or -1 with `out` untouched when there
   // is no such node or the read failed.
   static std::int64_t getDeviceIDbyNodeID(const std::string& nodeId, long& out);
+
+  // Every node directly below the physical root, from the topology view. `subMapId` is not looked
+  // at. Always 0: a failed read appends nothing or only its first pages. Throws std::out_of_range
+  // when an object's "exInfo" ends with "ProcID" or "NodeType", Json::LogicError when a number is
+  // none; nodes before the bad one stay appended.
+  static std::int64_t getAllNodes(const std::string& subMapId, std::list<Node>& out);
+
+  // The node whose id is `key.nodeId` ("1": the management system), from the topology view. Always
+  // 0; `out` stays as it was when there is none. Throws as above.
+  static std::int64_t getNode(const SimNode& key, Node& out);
+
+  // Appends the physical root, from the topology service. 0, also when there is none; -1 when the
+  // read failed.
+  static std::int64_t getAllRootSubMaps(std::list<SubMap>& out);
+
+  // Appends the submaps below a submap, given by its key ("S" and the object id; "/" asks the
+  // service for the root's). 0; 0x411800D4 when a page could not be read, with the records of
+  // earlier pages appended; -1 when a page is no list. Throws std::out_of_range for an empty key.
+  static std::int64_t getAllSubMaps(const std::string& subMapId, std::list<SubMap>& out);
+
+  // The submap of that key. 0; 0x411800D4 when the read failed; -1 when the answer holds no list.
+  // Throws std::out_of_range for an empty key.
+  static std::int64_t getSubMap(const std::string& subMapId, SubMap& out);
+
+  // Replaces `out` by the subnet names above a device, root first, joined by "/"; empty when the
+  // device is unknown, before the first refresh, and with "IsReportSubnet" off. Does not block in
+  // the network.
+  static void getSubmapName(std::string& out, const unsigned long& deviceId);
+
+  // One link, given as kind, ":" and number (105 layer 2, 0 virtual, otherwise IP), from the
+  // southbound interface, with the status of both ends. 0; 0x411800D4 when there is none; the
+  // southbound interface's own code when it failed; 0x41180035 when it failed otherwise.
+  static std::int64_t getPhyLink(const std::string& linkId, PhysicalLink& out);
+
+  // Appends every link of every kind, with the status of both ends. 0, even when a part of the
+  // links could not be read (logged); when no ids could be had, the southbound interface's own
+  // code or 0x41180035, and nothing is appended.
+  static std::int64_t getAllPhyLinks(std::list<PhysicalLink>& out);
 };

@@ -29,8 +29,8 @@ std::string resourceDirectory() {
 // that every other file wins over it.
 std::list<std::string> resourceFiles(const std::string& directory) {
   std::list<std::string> paths;
-  std::unique_ptr<ACE_DIR, void (*)(ACE_DIR*)> handle(ACE_OS::opendir(directory.c_str()),
-                                                      [](ACE_DIR* open) { ACE_OS::closedir(open); });
+  std::unique_ptr<ACE_DIR, void (*)(ACE_DIR*)> handle(
+      ACE_OS::opendir(directory.c_str()), [](ACE_DIR* open) { ACE_OS::closedir(open); });
   if (!handle) return paths;
   while (const ACE_DIRENT* entry = ACE_OS::readdir(handle.get())) {
     const std::string name = entry->d_name;

@@ -34,26 +34,26 @@ inline void setTraceSource(const char* sourceName, int line) {
 
 // The trace call form: source record first, then the call, so that the message carries the line
 // where it is written.
-#define EMF_TRACE(sourceName, call)             \
-  do {                                          \
+#define EMF_TRACE(sourceName, call)              \
+  do {                                           \
     ::emf::setTraceSource(sourceName, __LINE__); \
-    ::NS_CORBA::call;                           \
+    ::NS_CORBA::call;                            \
   } while (false)
 
 // The log object form, for LogText and LogFormat; silent without a log object.
-#define EMF_LOG(logObject, sourceName, operation, ...)                                  \
-  do {                                                                                  \
-    if (::NS_LOG_SERVICE1::LogObject* emfLog = (logObject)) {                           \
-      emfLog->operation(sourceName, ::emf::kUnknownFunction, __LINE__, __VA_ARGS__);    \
-    }                                                                                   \
+#define EMF_LOG(logObject, sourceName, operation, ...)                               \
+  do {                                                                               \
+    if (::NS_LOG_SERVICE1::LogObject* emfLog = (logObject)) {                        \
+      emfLog->operation(sourceName, ::emf::kUnknownFunction, __LINE__, __VA_ARGS__); \
+    }                                                                                \
   } while (false)
 
 // The log proxy form: two calls.
-#define EMF_PRINT(proxy, sourceName, level, text)      \
-  do {                                                 \
-    ::NS_BUNDLEMGR1::LogProxy* emfProxy = (proxy);     \
-    emfProxy->SetSource(sourceName, __LINE__);         \
-    emfProxy->Print(level, text);                      \
+#define EMF_PRINT(proxy, sourceName, level, text)  \
+  do {                                             \
+    ::NS_BUNDLEMGR1::LogProxy* emfProxy = (proxy); \
+    emfProxy->SetSource(sourceName, __LINE__);     \
+    emfProxy->Print(level, text);                  \
   } while (false)
 
 // The log object for this library's own failures, or null while there is no log service.

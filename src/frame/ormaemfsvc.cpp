@@ -37,7 +37,8 @@ int ii_ormaiac_emf::ExitSvc() {
   ACE_OS::printf(
       "\n========== Exit Bundle Service ---[ ii_orma_corbaagent_bundle -- ii_ormaiac_emf ] "
       "==========\n");
-  return SubmapBufMgr::Instance()->Stop();
+  SubmapBufMgr* const task = SubmapBufMgr::Instance();
+  return task != nullptr ? task->Stop() : -1;
 }
 
 NS_BUNDLEMGR1::ServiceInterface* ii_ormaiac_emf::CreateInterface() {
@@ -57,7 +58,8 @@ int ii_ormaiac_emf::init(int, ACE_TCHAR*[]) {
               "in [ii_ormaiac_emf::init] CAEmfInterface init failed!");
     return -1;
   }
-  if (!CAEmfMcdbErrorCodeMgr::Instance()->Init()) {
+  CAEmfMcdbErrorCodeMgr* const errorTexts = CAEmfMcdbErrorCodeMgr::Instance();
+  if (errorTexts == nullptr || !errorTexts->Init()) {
     EMF_PRINT(GetBaseLogProxy(), kSourceName, 1,
               "in [ii_ormaiac_emf::init] CAEmfMcdbErrorCodeMgr init failed!");
     return -1;
@@ -67,7 +69,8 @@ int ii_ormaiac_emf::init(int, ACE_TCHAR*[]) {
   if (reportSubnet == 0) return 0;
   EMF_PRINT(GetBaseLogProxy(), kSourceName, 1,
             "in [ii_ormaiac_emf::init] SubmapBufMgr InitBuf start!");
-  SubmapBufMgr::Instance()->InitBuf();
+  // A task that fails to start does not fail the service.
+  if (SubmapBufMgr* const task = SubmapBufMgr::Instance()) task->InitBuf();
   return 0;
 }
 

@@ -19,12 +19,9 @@ struct DeviceIdRange {
 // In the order in which the ranges are tried. The second one ends at 0xEFFFFF0, not at 0xEFFFFFF:
 // meant so.
 constexpr DeviceIdRange kDeviceIdRanges[] = {
-    {0x3E0000, 0x3F7FFF, FdnForm::OpticalElement},
-    {0xE000000, 0xEFFFFF0, FdnForm::OpticalElement},
-    {0xA00000, 0xA0FFFF, FdnForm::ElementManager},
-    {0xA10000, 0xAFFFFF, FdnForm::OpticalElement},
-    {0x3F8000, 0x3FFFFF, FdnForm::OperationSystem},
-    {1, 1, FdnForm::OperationSystem},
+    {0x3E0000, 0x3F7FFF, FdnForm::OpticalElement},  {0xE000000, 0xEFFFFF0, FdnForm::OpticalElement},
+    {0xA00000, 0xA0FFFF, FdnForm::ElementManager},  {0xA10000, 0xAFFFFF, FdnForm::OpticalElement},
+    {0x3F8000, 0x3FFFFF, FdnForm::OperationSystem}, {1, 1, FdnForm::OperationSystem},
 };
 
 FdnForm formOf(std::uint32_t deviceId) {
@@ -58,15 +55,15 @@ std::int32_t EMFResMgrI::AdpDevID2FDN(std::uint32_t deviceId, std::string& fdn) 
   // Without address space for the buffer, formatting counts as failed.
   const int length = text != nullptr ? formatFdn(text, formOf(deviceId), deviceId) : -1;
   if (length < 0) {
-    EMF_TRACE(kSourceName,
-              TaDebugWithPara(3, "EMFResMgrI::AdpDevID2FDN snprintf_s failed,iDevID(%u)", deviceId));
+    EMF_TRACE(
+        kSourceName,
+        TaDebugWithPara(3, "EMFResMgrI::AdpDevID2FDN snprintf_s failed,iDevID(%u)", deviceId));
   }
   if (text != nullptr) {
     fdn = text;
     buffer.wrote(fdn.size());
   }
-  EMF_TRACE(kSourceName,
-            TaDebugWithPara(3, "EMFResMgrI::AdpDevID2FDN, strFdn = %s", fdn.c_str()));
+  EMF_TRACE(kSourceName, TaDebugWithPara(3, "EMFResMgrI::AdpDevID2FDN, strFdn = %s", fdn.c_str()));
   return length;
 }
 

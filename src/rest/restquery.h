@@ -23,8 +23,8 @@ enum LogOp : std::int32_t { LOG_OP_AND = 0, LOG_OP_OR = 1 };
 
 // One filter expression.
 struct SimpleExp {
-  std::string name;           // the attribute compared
-  Json::Value value;          // a string, or an array for the membership test
+  std::string name;   // the attribute compared
+  Json::Value value;  // a string, or an array for the membership test
   OperatorType op = OPERATOR_EQUAL;
   bool caseSensitive = true;  // written as a JSON boolean
 };

@@ -65,8 +65,7 @@ std::int64_t EMFTopoI::getDevice(long id, Device& out) {
   const std::list<unsigned int> ids = {static_cast<unsigned int>(id)};
   std::list<stDevProperty> records;
   if (engine().GetDevProperty(ids, records) == -1) {
-    EMF_TRACE(kSourceName,
-              TaDebugWithPara(1, "[EMFTopoI::getDevice] Get device property failed."));
+    EMF_TRACE(kSourceName, TaDebugWithPara(1, "[EMFTopoI::getDevice] Get device property failed."));
     return kReadFailed;
   }
   if (records.size() != 1) return kNoSuchDevice;
