@@ -2,8 +2,8 @@
 //
 //   std::vector<orma::ConfigProblem> problems;
 //   auto configuration = orma::Configuration::load("agent.json", problems);
-//   if (!configuration) { for (auto& p : problems) std::cerr << p.where << ": " << p.what << "\n";
-//   } else orma::Configuration::install(configuration);
+//   for (const auto& problem : problems) std::cerr << problem.where << ": " << problem.what << "\n";
+//   if (configuration) orma::Configuration::install(configuration);
 //
 // The table (configuration_keys.cpp) holds every key with type, default, range and meaning; the
 // getters take its paths and give the default where the file is silent. Asking for a path that
