@@ -5,6 +5,7 @@
 
 #include <json/value.h>
 
+#include <string>
 #include <vector>
 
 #include "orma/bundle/export.h"
@@ -17,6 +18,11 @@ class ORMA_API NBIHTTPProxy {
   // "ipAddress" and "name". True when every page came. On failure (logged) nothing is appended
   // and the result is false, so that half a network is never taken for the whole.
   static bool GetAllDevProperty(std::vector<Json::Value>& out);
+
+  // One page of the topology view: `marker` names it, an empty one the first. True when `response`
+  // holds the answer; on failure (logged) it is null.
+  static bool getTopoSubnetViewInfo(const Json::Value& filter, std::string marker,
+                                    Json::Value& response);
 };
 
 }  // namespace NS_UTIL
