@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <list>
+#include <memory>
 #include <string>
 
 #include "orma/bundle/export.h"
@@ -30,8 +31,15 @@ struct NodeStruct {
   std::string label;
 };
 
+namespace dao {
+class InventoryReader;
+}
+
 class ORMA_API CEmfCommDBEngine {
  public:
+  CEmfCommDBEngine(const CEmfCommDBEngine&) = delete;
+  CEmfCommDBEngine& operator=(const CEmfCommDBEngine&) = delete;
+
   // The module whose engine this is.
   static std::string GetModuleName();
   // The engine, made at the first call; later module names are ignored. Never null.
@@ -53,4 +61,6 @@ class ORMA_API CEmfCommDBEngine {
  private:
   CEmfCommDBEngine();
   ~CEmfCommDBEngine();
+
+  const std::unique_ptr<dao::InventoryReader> reader_;
 };

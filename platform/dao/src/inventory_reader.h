@@ -1,0 +1,38 @@
+// The reads of the inventory database (docs/inventory.sql).
+//
+// Thread-safety: thread-safe. A read that fails throws std::runtime_error with the reason, and
+// "there is no such device" is an empty answer.
+#pragma once
+
+#include <functional>
+#include <list>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "orma/dao/cursor_table.h"
+#include "orma/dao/emf_comm_db_engine.h"
+#include "session_pool.h"
+
+namespace dao {
+
+class InventoryReader {
+ public:
+  // One record for each distinct id that exists, in the order in which the ids first appear.
+  std::list<stDevProperty> deviceProperties(const std::list<unsigned int>& ids);
+  std::optional<std::string> versionName(unsigned int id);
+  // Nothing when the device is unknown; an empty list when nobody said where it stands.
+  std::optional<std::list<std::string>> locationParts(unsigned int id);
+  std::list<NodeStruct> allNodes();
+  std::list<NodeStruct> nodesById(const std::string& nodeId);
+
+ private:
+  void forEachRow(const std::string& statement, const std::vector<refl::CValue>& parameters,
+                  const std::function<void(const CCursorTable&)>& use);
+  std::list<NodeStruct> nodes(const std::string& condition,
+                              const std::vector<refl::CValue>& parameters);
+
+  SessionPool sessions_;
+};
+
+}  // namespace dao

@@ -1,0 +1,163 @@
+#include <soci/postgresql/soci-postgresql.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "connection.h"
+
+namespace dao {
+namespace {
+
+// libpq's connection options: what the configuration says, and what it leaves open.
+class ConnectOptions {
+ public:
+  explicit ConnectOptions(const std::string& text)
+      : options_(PQconninfoParse(text.c_str(), nullptr)) {
+    // libpq's own message would quote the text, and with it perhaps a password.
+    if (options_ == nullptr) {
+      throw std::runtime_error("the connection string is not one that libpq can read");
+    }
+  }
+  ~ConnectOptions() { PQconninfoFree(options_); }
+  ConnectOptions(const ConnectOptions&) = delete;
+  ConnectOptions& operator=(const ConnectOptions&) = delete;
+
+  // As an address, each value percent-encoded: SOCI takes connection strings apart at blanks.
+  std::string address() const {
+    std::string result = "postgresql://";
+    char separator = '?';
+    for (const PQconninfoOption* option = options_; option->keyword != nullptr; ++option) {
+      const char* value = option->val != nullptr ? option->val : defaultOf(option->keyword);
+      if (value == nullptr) continue;
+      result += separator + std::string(option->keyword) + '=' + percentEncoded(value);
+      separator = '&';
+    }
+    return result;
+  }
+
+ private:
+  static const char* defaultOf(std::string_view keyword) {
+    if (keyword == "connect_timeout") return "10";
+    if (keyword == "client_encoding") return "UTF8";
+    if (keyword == "application_name") return "orma_dao";
+    return nullptr;
+  }
+
+  static std::string percentEncoded(std::string_view text) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string result;
+    for (const char byte : text) {
+      const auto code = static_cast<unsigned char>(byte);
+      result += {'%', kDigits[code >> 4], kDigits[code & 0xF]};
+    }
+    return result;
+  }
+
+  PQconninfoOption* options_;
+};
+
+enum class Form { Integer, Real, Boolean, Bytes };
+
+struct TypeForm {
+  Oid type;  // the numbers of the server's catalogue, which never change
+  Form form;
+};
+
+// Every other type is its text.
+constexpr std::array<TypeForm, 8> kTypeForms = {{
+    {16, Form::Boolean},
+    {17, Form::Bytes},
+    {20, Form::Integer},  // int8
+    {21, Form::Integer},  // int2
+    {23, Form::Integer},  // int4
+    {26, Form::Integer},  // oid
+    {700, Form::Real},    // float4
+    {701, Form::Real},    // float8
+}};
+
+template <typename Number>
+refl::CValue numberValue(std::string_view text) {
+  Number number{};
+  const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || stop != text.data() + text.size()) {
+    return refl::CValue(std::string(text));
+  }
+  return refl::CValue(number);
+}
+
+refl::CValue bytesValue(const char* text) {
+  std::size_t length = 0;
+  const std::unique_ptr<unsigned char, void (*)(void*)> bytes(
+      PQunescapeBytea(reinterpret_cast<const unsigned char*>(text), &length), PQfreemem);
+  if (!bytes) throw std::bad_alloc();
+  return refl::CValue(refl::Bytes(bytes.get(), bytes.get() + length));
+}
+
+class PostgresqlRowReader : public RowReader {
+ public:
+  explicit PostgresqlRowReader(const soci::postgresql_statement_backend& statement)
+      : statement_(statement) {}
+
+  std::vector<std::string> columnNames() const override {
+    std::vector<std::string> names;
+    const PGresult* result = statement_.result_;
+    for (int i = 0; i < PQnfields(result); ++i) names.emplace_back(PQfname(result, i));
+    return names;
+  }
+
+  refl::CValue value(std::size_t index) const override {
+    const PGresult* result = statement_.result_;
+    const int row = statement_.currentRow_;
+    const int column = static_cast<int>(index);
+    if (PQgetisnull(result, row, column) != 0) return {};
+    const char* text = PQgetvalue(result, row, column);
+    const Oid type = PQftype(result, column);
+    const auto known = std::find_if(kTypeForms.begin(), kTypeForms.end(),
+                                    [type](const TypeForm& entry) { return entry.type == type; });
+    if (known == kTypeForms.end()) return refl::CValue(std::string(text));
+    switch (known->form) {
+      case Form::Integer:
+        return numberValue<std::int64_t>(text);
+      case Form::Real:
+        return numberValue<double>(text);
+      case Form::Boolean:
+        return refl::CValue(std::int64_t{text[0] == 't'});
+      case Form::Bytes:
+        return bytesValue(text);
+    }
+    return {};
+  }
+
+ private:
+  const soci::postgresql_statement_backend& statement_;
+};
+
+class PostgresqlConnection : public Connection {
+ public:
+  explicit PostgresqlConnection(const ConnectionSettings& settings)
+      : Connection(settings, soci::postgresql, ConnectOptions(settings.target).address()) {
+    // To this server 0 means to wait for ever.
+    const auto lockWait = std::max<std::chrono::milliseconds::rep>(1, settings.lockWait.count());
+    session() << "SET lock_timeout = " << lockWait;
+    session() << "SET default_transaction_read_only = on";
+  }
+
+  bool isStale() const override { return false; }
+
+  bool isLost() override { return !session().is_connected(); }
+
+  std::unique_ptr<RowReader> makeRowReader(
+      soci::details::statement_backend& statement) const override {
+    return std::make_unique<PostgresqlRowReader>(
+        static_cast<soci::postgresql_statement_backend&>(statement));
+  }
+};
+
+}  // namespace
+
+std::shared_ptr<Connection> openPostgresql(const ConnectionSettings& settings) {
+  return std::make_shared<PostgresqlConnection>(settings);
+}
+
+}  // namespace dao

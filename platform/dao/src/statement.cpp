@@ -1,0 +1,83 @@
+#include "statement.h"
+
+#include <stdexcept>
+
+namespace dao {
+namespace {
+
+std::string boundText(const refl::CValue& value) {
+  std::string text = value.asText();
+  // PostgreSQL would take the text up to the NUL alone, and find another row.
+  if (text.find('\0') != std::string::npos) {
+    throw std::runtime_error("a text parameter holds a NUL character");
+  }
+  return text;
+}
+
+}  // namespace
+
+using soci::details::statement_backend;
+
+Statement::Statement(std::shared_ptr<Connection> connection, const std::string& text,
+                     const std::vector<refl::CValue>& parameters)
+    : connection_(std::move(connection)), handle_(connection_->makeStatement()) {
+  handle_->alloc();
+  handle_->prepare(text, soci::details::st_one_time_query);
+  for (std::size_t i = 0; i < parameters.size(); ++i) {
+    bind(parameters[i], static_cast<int>(i) + 1);
+  }
+  if (handle_->execute(1) == statement_backend::ef_success) position_ = Position::BeforeFirst;
+  reader_ = connection_->makeRowReader(*handle_);
+  columnNames_ = reader_->columnNames();
+}
+
+void Statement::bind(const refl::CValue& value, int position) {
+  Parameter& parameter = parameters_.emplace_back();
+  void* place = &parameter.text;
+  auto type = soci::details::x_stdstring;
+  switch (value.type()) {
+    case refl::CValue::Type::Empty:
+      parameter.indicator = soci::i_null;
+      break;
+    case refl::CValue::Type::Integer:
+      parameter.integer = value.asInteger();
+      place = &parameter.integer;
+      type = soci::details::x_long_long;
+      break;
+    case refl::CValue::Type::Real:
+      parameter.real = value.asReal();
+      place = &parameter.real;
+      type = soci::details::x_double;
+      break;
+    case refl::CValue::Type::Text:
+      parameter.text = boundText(value);
+      break;
+    case refl::CValue::Type::Binary:
+      throw std::runtime_error("bytes cannot be a statement's parameter");
+  }
+  parameter.use.reset(handle_->make_use_type_backend());
+  parameter.use->bind_by_pos(position, place, type, true);
+  parameter.use->pre_use(&parameter.indicator);
+}
+
+bool Statement::next() {
+  switch (position_) {
+    case Position::BeforeFirst:
+      position_ = Position::OnRow;
+      break;
+    case Position::OnRow:
+      position_ = Position::AtEnd;  // also when the read fails
+      if (handle_->fetch(1) == statement_backend::ef_success) position_ = Position::OnRow;
+      break;
+    case Position::AtEnd:
+      break;
+  }
+  return position_ == Position::OnRow;
+}
+
+refl::CValue Statement::value(std::size_t column) const {
+  if (position_ != Position::OnRow || column >= columnNames_.size()) return {};
+  return reader_->value(column);
+}
+
+}  // namespace dao

@@ -1,0 +1,54 @@
+// A statement that runs on a connection.
+#pragma once
+
+#include <list>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "connection.h"
+
+namespace dao {
+
+class Statement {
+ public:
+  // Runs the text up to its first row. Throws what SOCI throws, and std::runtime_error for a
+  // parameter that cannot be bound.
+  Statement(std::shared_ptr<Connection> connection, const std::string& text,
+            const std::vector<refl::CValue>& parameters);
+
+  // Moves to the next row; false at the end. Throws what SOCI throws.
+  bool next();
+
+  const std::vector<std::string>& columnNames() const { return columnNames_; }
+  // Empty where there is no such column or no current row.
+  refl::CValue value(std::size_t column) const;
+
+ private:
+  // A bound value, in the place that SOCI was told to read it from.
+  struct Parameter {
+    ~Parameter() {
+      if (use) use->clean_up();
+    }
+    long long integer = 0;
+    double real = 0;
+    std::string text;
+    soci::indicator indicator = soci::i_ok;
+    std::unique_ptr<soci::details::standard_use_type_backend> use;
+  };
+
+  void bind(const refl::CValue& value, int position);
+
+  enum class Position { BeforeFirst, OnRow, AtEnd };
+
+  // In this order: each needs those before it until it is gone.
+  std::shared_ptr<Connection> connection_;
+  StatementHandle handle_;
+  std::list<Parameter> parameters_;
+  std::unique_ptr<RowReader> reader_;
+
+  std::vector<std::string> columnNames_;
+  Position position_ = Position::AtEnd;
+};
+
+}  // namespace dao
