@@ -3,6 +3,7 @@
 #include <atomic>
 #include <mutex>
 #include <new>
+#include <stdexcept>
 
 #include "inventory_reader.h"
 #include "orma/log/trace.h"
@@ -59,7 +60,7 @@ void CEmfCommDBEngine::Destroy() {
   delete engine.exchange(nullptr);
 }
 
-CEmfCommDBEngine::CEmfCommDBEngine() : reader_(std::make_unique<dao::InventoryReader>()) {}
+CEmfCommDBEngine::CEmfCommDBEngine() : reader_(std::make_shared<dao::InventoryReader>()) {}
 
 CEmfCommDBEngine::~CEmfCommDBEngine() = default;
 

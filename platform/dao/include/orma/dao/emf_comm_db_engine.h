@@ -62,5 +62,7 @@ class ORMA_API CEmfCommDBEngine {
   CEmfCommDBEngine();
   ~CEmfCommDBEngine();
 
-  const std::unique_ptr<dao::InventoryReader> reader_;
+  // Owned by the engine alone; shared_ptr, so that another implementation of this header need not
+  // know the type.
+  const std::shared_ptr<dao::InventoryReader> reader_;
 };
