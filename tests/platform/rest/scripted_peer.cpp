@@ -1,0 +1,110 @@
+#include "scripted_peer.h"
+
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+sockaddr_in loopback(int port) {
+  sockaddr_in address = {};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  address.sin_port = htons(static_cast<std::uint16_t>(port));
+  return address;
+}
+
+int bindLoopback(int& port) {
+  const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address = loopback(0);
+  socklen_t size = sizeof address;
+  auto* const generic = reinterpret_cast<sockaddr*>(&address);
+  EXPECT_EQ(::bind(socket, generic, size), 0);
+  EXPECT_EQ(::getsockname(socket, generic, &size), 0);
+  port = ntohs(address.sin_port);
+  return socket;
+}
+
+}  // namespace
+
+std::string PeerConnection::readHeaders() {
+  std::string text;
+  char byte = 0;
+  while (text.find("\r\n\r\n") == std::string::npos && ::recv(socket_, &byte, 1, 0) == 1) {
+    text += byte;
+  }
+  return text;
+}
+
+bool PeerConnection::send(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t sent = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    if (sent <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(sent));
+  }
+  return true;
+}
+
+bool PeerConnection::closedWithin(int milliseconds) {
+  pollfd waiting[2] = {{socket_, POLLIN, 0}, {wakeUp_, POLLIN, 0}};
+  char scrap[4096];
+  while (::poll(waiting, 2, milliseconds) > 0) {
+    if (waiting[1].revents != 0 || ::recv(socket_, scrap, sizeof scrap, 0) <= 0) return true;
+  }
+  return false;
+}
+
+ScriptedPeer::ScriptedPeer(Script script) : listener_(bindLoopback(port_)) {
+  EXPECT_EQ(::listen(listener_, 64), 0);
+  EXPECT_EQ(::pipe(wakeUp_), 0);
+  thread_ = std::thread([this, script = std::move(script)] { serve(script); });
+}
+
+ScriptedPeer::~ScriptedPeer() {
+  ::close(wakeUp_[1]);
+  thread_.join();
+  ::close(wakeUp_[0]);
+  ::close(listener_);
+}
+
+void ScriptedPeer::serve(const Script& script) {
+  pollfd waiting[2] = {{listener_, POLLIN, 0}, {wakeUp_[0], POLLIN, 0}};
+  while (::poll(waiting, 2, -1) > 0 && waiting[1].revents == 0) {
+    const int socket = ::accept(listener_, nullptr, nullptr);
+    if (socket < 0) continue;
+    PeerConnection connection(socket, wakeUp_[0]);
+    script(connection);
+    ::close(socket);
+  }
+}
+
+ScriptedPeer::Script answers(std::string bytes) {
+  return [bytes = std::move(bytes)](PeerConnection& connection) {
+    connection.readHeaders();
+    connection.send(bytes);
+  };
+}
+
+ClosedPort::ClosedPort() : socket_(bindLoopback(port_)) {}
+
+ClosedPort::~ClosedPort() { ::close(socket_); }
+
+DeafPort::DeafPort() : listener_(bindLoopback(port_)) {
+  EXPECT_EQ(::listen(listener_, 0), 0);
+  // The first fills the queue of the connections to accept, the others make sure that it is full.
+  const sockaddr_in address = loopback(port_);
+  int type = SOCK_STREAM;
+  for (int& filler : fillers_) {
+    filler = ::socket(AF_INET, type | SOCK_CLOEXEC, 0);
+    ::connect(filler, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+    type = SOCK_STREAM | SOCK_NONBLOCK;
+  }
+}
+
+DeafPort::~DeafPort() {
+  for (const int filler : fillers_) ::close(filler);
+  ::close(listener_);
+}
