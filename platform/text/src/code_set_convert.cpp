@@ -82,23 +82,27 @@ std::size_t characterLength(Descriptor& probe, const char* text, std::size_t ava
 
 // Does not use iconv's own substitution: its result differs with the locale and the C library.
 std::string convertAll(Descriptor& converter, Descriptor& probe, const std::string& input) {
+  // glibc goes over all it was given once more for each character that it stops at: in slices, a
+  // long text full of them costs no more for each than a short one.
+  constexpr std::size_t kSliceBytes = 128;
   std::string result;
   const char* in = input.data();
-  std::size_t inLeft = input.size();
-  while (inLeft != 0) {
-    char chunk[512];
-    char* out = chunk;
-    std::size_t outLeft = sizeof chunk;
-    const int stop = converter.convert(in, inLeft, out, outLeft);
-    result.append(chunk, out);
-    if (stop == 0) break;
-    if (stop == E2BIG) continue;
+  const char* const end = in + input.size();
+  while (in != end) {
+    const auto left = static_cast<std::size_t>(end - in);
+    std::size_t sliceLeft = std::min(left, kSliceBytes);
+    const bool isLastSlice = sliceLeft == left;
+    char converted[4 * kSliceBytes];
+    char* out = converted;
+    std::size_t outLeft = sizeof converted;
+    const int stop = converter.convert(in, sliceLeft, out, outLeft);
+    result.append(converted, out);
+    if (stop == 0 || stop == E2BIG) continue;
+    if (stop == EINVAL && !isLastSlice) continue;  // the slice ended within a character
     result += '?';
-    // EINVAL: the text ends within a character; what is left of it counts as one.
-    const std::size_t skipped =
-        stop == EINVAL ? inLeft : std::max<std::size_t>(1, characterLength(probe, in, inLeft));
-    in += skipped;
-    inLeft -= skipped;
+    // What is left of a character at the text's end counts as one.
+    in += stop == EINVAL ? sliceLeft
+                         : std::max<std::size_t>(1, characterLength(probe, in, sliceLeft));
   }
   return result;
 }
