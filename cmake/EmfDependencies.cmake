@@ -1,27 +1,13 @@
-# Third-party libraries, each as one imported target, all from the distribution's packages.
+# What the plug-in itself stands on. Each third-party library is one imported target, from the
+# distribution's packages.
 find_package(Threads REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(ACE REQUIRED IMPORTED_TARGET "ACE>=6.5" "ACE<8")
 pkg_check_modules(JSONCPP REQUIRED IMPORTED_TARGET jsoncpp)
 
 if(NOT EMF_PLATFORM_PACKAGE AND NOT EMF_PLATFORM_DIR)
-  find_package(CURL REQUIRED)
-  find_package(spdlog REQUIRED)
-  find_package(simdjson REQUIRED)
-  find_package(pugixml REQUIRED)
-  find_package(CLI11 REQUIRED)
-  pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
-
-  # SOCI comes without a CMake or pkg-config file.
-  find_path(SOCI_INCLUDE_DIR soci/soci.h REQUIRED)
-  add_library(soci_all INTERFACE)
-  add_library(soci::soci ALIAS soci_all)
-  target_include_directories(soci_all SYSTEM INTERFACE ${SOCI_INCLUDE_DIR} ${SOCI_INCLUDE_DIR}/soci)
-  foreach(part core sqlite3 postgresql)
-    find_library(SOCI_${part}_LIBRARY soci_${part} REQUIRED)
-    target_link_libraries(soci_all INTERFACE ${SOCI_${part}_LIBRARY})
-  endforeach()
-  find_package(SQLite3 REQUIRED)
+  include(EmfPlatformDependencies)
+  include(EmfProgramDependencies)
 endif()
 if(EMF_BUILD_TESTS)
   find_package(GTest REQUIRED)
