@@ -135,6 +135,8 @@ void LoadedService::destroyObject(Reasons& reasons) {
   fenced("the deleter", reasons, [&] { deleter_ != nullptr ? deleter_(object) : delete object; });
 }
 
+// Releases the library. ACE keeps one that is linked with ACE mapped until the process ends, and so
+// stays valid whatever its service leaves behind for that long.
 void LoadedService::closeLibrary() {
   filings_.clear();
   library_.close();

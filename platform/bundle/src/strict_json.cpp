@@ -42,8 +42,8 @@ bool isJsonNumber(std::string_view token) {
   return at == token.size();
 }
 
-// What jsoncpp's strict mode lets through, or answers with an exception: loose numbers, raw
-// control characters, broken UTF-8, deep nesting.
+// What jsoncpp's strict mode lets through, or answers with an exception: comments before a member,
+// loose numbers, raw control characters, broken UTF-8, deep nesting.
 class LexicalCheck {
  public:
   explicit LexicalCheck(std::string_view text) : text_(text) {}
@@ -61,6 +61,7 @@ class LexicalCheck {
     const char c = text_[at_];
     if (c == '"') return quoted();
     if (c == '-' || c == '+' || isDigit(c)) return number();
+    if (c == '/') return "comments are not allowed";
     if ((c == '{' || c == '[') && ++depth_ > kMaxConfigurationNesting) {
       return "nested deeper than " + std::to_string(kMaxConfigurationNesting) + " levels";
     }
