@@ -31,7 +31,7 @@ endif()
 
 # Sanitizers and coverage act on the whole tree: a half-instrumented process reports nonsense.
 if(EMF_SANITIZE)
-  add_compile_options(-fsanitize=${EMF_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all -g)
+  add_compile_options(-fsanitize=${EMF_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${EMF_SANITIZE})
 endif()
 if(EMF_COVERAGE)

@@ -16,6 +16,17 @@ function(emf_platform_module)
   set_property(GLOBAL APPEND PROPERTY EMF_INSTALLED_HEADER_DIRS ${CMAKE_CURRENT_SOURCE_DIR}/include/)
 endfunction()
 
+# emf_count_test(target label...)
+# Makes the target part of emf_<label>_tests, which builds every test of that label and no other.
+function(emf_count_test target)
+  foreach(label ${ARGN})
+    if(NOT TARGET emf_${label}_tests)
+      add_custom_target(emf_${label}_tests)
+    endif()
+    add_dependencies(emf_${label}_tests ${target})
+  endforeach()
+endfunction()
+
 # emf_add_test(name SOURCES ... [LIBRARIES ...] [LABELS ...] [ENVIRONMENT ...] [TIMEOUT seconds])
 # One GoogleTest program; each of its cases is a ctest test. Labels: "unit" runs under the address
 # sanitizer too, "threads" under the thread sanitizer too, "system" starts whole programs.
@@ -26,6 +37,7 @@ function(emf_add_test name)
   endif()
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE emf_options ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
+  emf_count_test(${name} ${arg_LABELS})
   include(GoogleTest)
   gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
     PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "${arg_ENVIRONMENT}")
