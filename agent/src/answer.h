@@ -1,0 +1,49 @@
+// What a command gives back: the result of the operation it called and its records, as rows of
+// typed values under the names of the record's fields. Every output format works on this alone.
+//
+//   constexpr Column<Device> kColumns[] = {{"id", [](const Device& d) { return Value(d.id); }}};
+//   Answer answer = answerOf(EMFTopoI::getAllDevices(devices), kColumns, devices);
+//
+// Thread-safety: thread-compatible. Nothing fails.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace ormaagent {
+
+using Value = std::variant<std::int64_t, std::uint64_t, std::string>;
+
+struct Answer {
+  std::int64_t result = 0;
+  std::vector<std::string> fields;          // in the record's own order
+  std::vector<std::vector<Value>> records;  // each as long as `fields`
+};
+
+// One field of a record class: its name and how it is read.
+template <class Record>
+struct Column {
+  const char* name;
+  Value (*read)(const Record&);
+};
+
+template <class Record, std::size_t count, class Records>
+Answer answerOf(std::int64_t result, const Column<Record> (&columns)[count],
+                const Records& records) {
+  Answer answer;
+  answer.result = result;
+  for (const auto& column : columns) answer.fields.emplace_back(column.name);
+  for (const Record& record : records) {
+    std::vector<Value> row;
+    row.reserve(count);
+    for (const auto& column : columns) row.push_back(column.read(record));
+    answer.records.push_back(std::move(row));
+  }
+  return answer;
+}
+
+}  // namespace ormaagent

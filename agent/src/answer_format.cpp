@@ -1,0 +1,164 @@
+#include "answer_format.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string_view>
+#include <type_traits>
+
+namespace ormaagent {
+
+namespace {
+
+bool isText(const Value& value) { return std::holds_alternative<std::string>(value); }
+
+std::string plainText(const Value& value) {
+  return std::visit(
+      [](const auto& held) -> std::string {
+        if constexpr (std::is_same_v<std::decay_t<decltype(held)>, std::string>) {
+          return held;
+        } else {
+          return std::to_string(held);
+        }
+      },
+      value);
+}
+
+// Controls of both ranges are escaped, also those that JSON would let pass: a document may be
+// looked at on a terminal.
+std::string jsonText(std::string_view text) {
+  std::string out = "\"";
+  const std::string valid = validUtf8(text);
+  for (std::size_t i = 0; i < valid.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(valid[i]);
+    const bool c1 = byte == 0xC2 && static_cast<unsigned char>(valid[i + 1]) < 0xA0;
+    if (byte < 0x20 || byte == 0x7F || c1) {
+      char escaped[8];
+      const unsigned code = c1 ? static_cast<unsigned char>(valid[++i]) : byte;
+      std::snprintf(escaped, sizeof escaped, "\\u%04X", code);
+      out += escaped;
+    } else {
+      if (byte == '"' || byte == '\\') out += '\\';
+      out += valid[i];
+    }
+  }
+  return out += '"';
+}
+
+std::string jsonRecord(const Answer& answer, const std::vector<Value>& record) {
+  std::string out = "{";
+  for (std::size_t i = 0; i < record.size(); ++i) {
+    if (i > 0) out += ", ";
+    out += jsonText(answer.fields[i]) + ": ";
+    out += isText(record[i]) ? jsonText(std::get<std::string>(record[i])) : plainText(record[i]);
+  }
+  return out += '}';
+}
+
+// One record a line, so that line tools can be used on long answers.
+std::string jsonDocument(const Answer& answer) {
+  std::string out = "{\"result\": " + std::to_string(answer.result) + ", \"records\": [";
+  const char* separator = "\n  ";
+  for (const auto& record : answer.records) {
+    out += separator + jsonRecord(answer, record);
+    separator = ",\n  ";
+  }
+  return out += answer.records.empty() ? "]}\n" : "\n]}\n";
+}
+
+// RFC 4180, but that controls, line breaks among them, are escaped rather than quoted.
+std::string csvField(const std::string& text, CharacterSet characterSet) {
+  const std::string shown = displayText(text, characterSet).bytes;
+  if (shown.find_first_of(",\"") == std::string::npos) return shown;
+  std::string quoted = "\"";
+  for (const char byte : shown) {
+    if (byte == '"') quoted += '"';
+    quoted += byte;
+  }
+  return quoted += '"';
+}
+
+std::string csvDocument(const Answer& answer, CharacterSet characterSet) {
+  std::string out;
+  for (std::size_t i = 0; i < answer.fields.size(); ++i) {
+    out += (i > 0 ? "," : "") + csvField(answer.fields[i], characterSet);
+  }
+  out += "\r\n";
+  for (const auto& record : answer.records) {
+    for (std::size_t i = 0; i < record.size(); ++i) {
+      out += (i > 0 ? "," : "") + csvField(plainText(record[i]), characterSet);
+    }
+    out += "\r\n";
+  }
+  return out;
+}
+
+struct Cell {
+  DisplayText shown;
+  bool right = false;  // numbers stand to the right
+};
+
+using Row = std::vector<Cell>;
+
+Row headRow(const Answer& answer, CharacterSet characterSet) {
+  Row row;
+  for (std::size_t i = 0; i < answer.fields.size(); ++i) {
+    const bool numbers = !answer.records.empty() && !isText(answer.records.front()[i]);
+    row.push_back({displayText(answer.fields[i], characterSet), numbers});
+  }
+  return row;
+}
+
+Row ruleRow(const std::vector<std::size_t>& widths) {
+  Row row;
+  for (const std::size_t width : widths) row.push_back({{std::string(width, '-'), width}, false});
+  return row;
+}
+
+Row recordRow(const std::vector<Value>& record, CharacterSet characterSet) {
+  Row row;
+  for (const Value& value : record) {
+    row.push_back({displayText(plainText(value), characterSet), !isText(value)});
+  }
+  return row;
+}
+
+void appendRow(std::string& out, const Row& row, const std::vector<std::size_t>& widths) {
+  for (std::size_t i = 0; i < row.size(); ++i) {
+    const std::string padding(widths[i] - row[i].shown.width, ' ');
+    if (i > 0) out += "  ";
+    if (row[i].right) out += padding;
+    out += row[i].shown.bytes;
+    if (!row[i].right && i + 1 < row.size()) out += padding;
+  }
+  out += '\n';
+}
+
+std::string tableDocument(const Answer& answer, CharacterSet characterSet) {
+  std::vector<Row> rows = {headRow(answer, characterSet)};
+  for (const auto& record : answer.records) rows.push_back(recordRow(record, characterSet));
+  std::vector<std::size_t> widths(answer.fields.size(), 0);
+  for (const Row& row : rows) {
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      widths[i] = std::max(widths[i], row[i].shown.width);
+    }
+  }
+  rows.insert(rows.begin() + 1, ruleRow(widths));
+  std::string out;
+  for (const Row& row : rows) appendRow(out, row, widths);
+  return out;
+}
+
+}  // namespace
+
+std::string formatAnswer(const Answer& answer, Format format, CharacterSet characterSet) {
+  switch (format) {
+    case Format::kJson:
+      return jsonDocument(answer);
+    case Format::kCsv:
+      return csvDocument(answer, characterSet);
+    default:
+      return tableDocument(answer, characterSet);
+  }
+}
+
+}  // namespace ormaagent

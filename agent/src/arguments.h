@@ -1,0 +1,72 @@
+// The arguments of a command: how each type looks on the command line, and the values as the
+// operations take them.
+//
+//   const Arguments arguments({"12"});  // checked by the command line already
+//   EMFTopoI::getDevice(arguments.number<long>(0), device);
+//
+// Thread-safety: immutable. A value that its type would not have accepted throws
+// std::logic_error: the command line checks every argument before anything runs.
+#pragma once
+
+#include <charconv>
+#include <cstddef>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace ormaagent {
+
+enum class ArgumentType {
+  kInt64,      // decimal
+  kInt32,      // decimal
+  kUint32,     // decimal
+  kErrorCode,  // unsigned, 64 bits: decimal, hexadecimal with 0x, octal with a leading 0
+  kText        // any bytes, as they are
+};
+
+// "a whole number from 0 to 4294967295", for messages and help.
+const char* describe(ArgumentType type);
+
+// Whether `text` is a value of that type.
+bool accepts(ArgumentType type, std::string_view text);
+
+// A number without blanks, plus sign or anything behind it; nothing when it is none or too large
+// for T.
+template <class T>
+std::optional<T> parseNumber(std::string_view text, int base = 10) {
+  T number{};
+  const char* const end = text.data() + text.size();
+  const auto [stopped, error] = std::from_chars(text.data(), end, number, base);
+  if (error != std::errc() || stopped != end) return std::nullopt;
+  return number;
+}
+
+std::optional<unsigned long> parseErrorCode(std::string_view text);
+
+class Arguments {
+ public:
+  explicit Arguments(std::vector<std::string> texts) : texts_(std::move(texts)) {}
+
+  const std::string& text(std::size_t i) const { return texts_.at(i); }
+
+  template <class T>
+  T number(std::size_t i) const {
+    return checked(parseNumber<T>(text(i)));
+  }
+
+  unsigned long errorCode(std::size_t i) const { return checked(parseErrorCode(text(i))); }
+
+ private:
+  template <class T>
+  static T checked(std::optional<T> value) {
+    if (!value) throw std::logic_error("an argument went through unchecked");
+    return *value;
+  }
+
+  std::vector<std::string> texts_;
+};
+
+}  // namespace ormaagent

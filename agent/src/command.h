@@ -1,0 +1,51 @@
+// The commands of ormaagent: one row for each. The command line, the help, the formats and the
+// exit statuses all come from the rows.
+//
+// Thread-safety: immutable.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "answer.h"
+#include "arguments.h"
+
+namespace ormaagent {
+
+// What an operation's result says about its success.
+enum class ResultRule { kZeroSucceeds, kOneIsFound, kNegativeFails };
+
+bool succeeded(ResultRule rule, std::int64_t result);
+
+struct Parameter {
+  const char* name;  // "ID", as the help shows it
+  ArgumentType type;
+  const char* help;
+};
+
+struct Command {
+  // Calls the operation. Lets its exceptions pass.
+  using Operation = Answer (*)(const Arguments&);
+
+  static constexpr int kMaxParameters = 4;
+
+  const char* path;  // "topo device": group and word, or the word alone
+  const char* help;
+  const char* example;  // the arguments of an example
+  ResultRule rule;
+  Operation operation;
+  Parameter parameters[kMaxParameters] = {};  // up to the first without a name
+  // For people, when the operation succeeded without a record; may be null.
+  const char* emptyHint = nullptr;
+};
+
+// Groups of commands and what they are about.
+struct CommandGroup {
+  const char* name;
+  const char* help;
+};
+
+const std::vector<Command>& commands();
+const std::vector<CommandGroup>& commandGroups();
+
+}  // namespace ormaagent

@@ -1,0 +1,147 @@
+#include "command_line.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <sstream>
+
+#include "exit_status.h"
+
+namespace ormaagent {
+
+namespace {
+
+constexpr char kDescription[] =
+    "Queries a telecommunications network through the plug-in ii_ormaiac_emf.";
+
+constexpr char kFooter[] =
+    "Examples:\n"
+    "  ormaagent --config agent.json topo devices\n"
+    "  ormaagent --format json cache name core-1\n"
+    "  ormaagent error-text 0x411800CC\n"
+    "  ormaagent serve\n"
+    "\n"
+    "Exit status: 0 the operation succeeded, 1 it reported failure, 2 usage or\n"
+    "configuration, 3 an exception left the operation.\n"
+    "'ormaagent COMMAND --help' tells more about a command; an argument that begins with\n"
+    "'-' goes behind '--'.";
+
+// One command line being read. CLI11 keeps pointers into it.
+class Reader {
+ public:
+  Reader();
+  ParsedCommandLine read(int argc, const char* const* argv);
+
+ private:
+  // Where a command's words go: the group, made at its first command, and the last word.
+  CLI::App* addCommand(const std::string& path, const std::string& help);
+  void addQuery(const Command& command);
+  void addHostCommand(const std::string& path, const std::string& help, Action action);
+
+  CLI::App app_{kDescription, "ormaagent"};
+  std::map<std::string, CLI::App*> groups_;
+  Invocation invocation_;
+  int logLevel_ = 0;
+  std::string values_[Command::kMaxParameters];
+};
+
+std::string defaultConfigFile() {
+  const char* fromEnvironment = std::getenv("ORMAAGENT_CONFIG");
+  return fromEnvironment != nullptr && *fromEnvironment != '\0' ? fromEnvironment
+                                                                : "./ormaagent.json";
+}
+
+CLI::Validator validatorOf(ArgumentType type) {
+  return CLI::Validator(
+      [type](std::string& text) -> std::string {
+        return accepts(type, text) ? "" : "must be " + std::string(describe(type));
+      },
+      "");
+}
+
+Reader::Reader() {
+  invocation_.configFile = defaultConfigFile();
+  app_.set_version_flag("--version", "ormaagent " EMF_VERSION);
+  app_.footer(kFooter);
+  app_.require_subcommand(1);
+  app_.add_option("--config", invocation_.configFile,
+                  "Configuration file (default: $ORMAAGENT_CONFIG, else ./ormaagent.json)")
+      ->type_name("FILE");
+  app_.add_option("--format", invocation_.format, "Form of the answer: table, json or csv")
+      ->transform(CLI::CheckedTransformer(
+          std::map<std::string, Format>{
+              {"table", Format::kTable}, {"json", Format::kJson}, {"csv", Format::kCsv}},
+          CLI::ignore_case))
+      ->type_name("FORMAT");
+  app_.add_option("--log-level", logLevel_, "Highest level that is logged; overrides log.level")
+      ->check(CLI::Range(0, 9))
+      ->type_name("N");
+  for (const Command& command : commands()) addQuery(command);
+  addHostCommand("serve", "Keep the services loaded until SIGINT or SIGTERM", Action::kServe);
+  addHostCommand("config check", "Check the configuration file; no service is started",
+                 Action::kCheckConfiguration);
+}
+
+CLI::App* Reader::addCommand(const std::string& path, const std::string& help) {
+  const auto blank = path.find(' ');
+  CLI::App* parent = &app_;
+  if (blank != std::string::npos) {
+    CLI::App*& group = groups_[path.substr(0, blank)];
+    if (group == nullptr) {
+      group = app_.add_subcommand(path.substr(0, blank));
+      for (const CommandGroup& row : commandGroups()) {
+        if (group->get_name() == row.name) group->description(row.help);
+      }
+      group->require_subcommand(1)->fallthrough();
+    }
+    parent = group;
+  }
+  const std::string word = blank == std::string::npos ? path : path.substr(blank + 1);
+  return parent->add_subcommand(word, help)->fallthrough();
+}
+
+void Reader::addQuery(const Command& command) {
+  CLI::App* sub = addCommand(command.path, command.help);
+  sub->footer("Example: ormaagent " + std::string(command.path) +
+              (*command.example == '\0' ? "" : " ") + command.example);
+  for (int i = 0; i < Command::kMaxParameters && command.parameters[i].name != nullptr; ++i) {
+    const Parameter& parameter = command.parameters[i];
+    sub->add_option(parameter.name, values_[i], parameter.help)
+        ->required()
+        ->check(validatorOf(parameter.type))
+        ->type_name("");
+  }
+  sub->callback([this, &command] {
+    invocation_.action = Action::kQuery;
+    invocation_.command = &command;
+  });
+}
+
+void Reader::addHostCommand(const std::string& path, const std::string& help, Action action) {
+  addCommand(path, help)->callback([this, action] { invocation_.action = action; });
+}
+
+ParsedCommandLine Reader::read(int argc, const char* const* argv) {
+  try {
+    app_.parse(argc, argv);
+  } catch (const CLI::ParseError& stop) {
+    std::ostringstream answer;
+    std::ostringstream message;
+    const bool asked = app_.exit(stop, answer, message) == 0;
+    return Finished{asked ? kExitSucceeded : kExitUsage, answer.str(), message.str()};
+  }
+  if (app_.count("--log-level") > 0) invocation_.logLevel = logLevel_;
+  invocation_.arguments =
+      Arguments(std::vector<std::string>(std::begin(values_), std::end(values_)));
+  return invocation_;
+}
+
+}  // namespace
+
+ParsedCommandLine parseCommandLine(int argc, const char* const* argv) {
+  return Reader().read(argc, argv);
+}
+
+}  // namespace ormaagent

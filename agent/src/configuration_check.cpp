@@ -1,0 +1,36 @@
+#include "configuration_check.h"
+
+#include <vector>
+
+#include "exit_status.h"
+#include "message.h"
+#include "orma/bundle/configuration.h"
+#include "query.h"
+
+namespace ormaagent {
+
+namespace {
+
+constexpr Column<orma::ConfigProblem> kProblem[] = {
+    {"where", [](const orma::ConfigProblem& problem) -> Value { return problem.where; }},
+    {"what", [](const orma::ConfigProblem& problem) -> Value { return problem.what; }},
+};
+
+}  // namespace
+
+int checkConfiguration(const Invocation& invocation, AnswerOutput& output) {
+  std::vector<orma::ConfigProblem> problems;
+  orma::Configuration::load(invocation.configFile, problems);
+  const std::size_t count = problems.size();
+  const Answer answer = answerOf(static_cast<std::int64_t>(count), kProblem, problems);
+  if (!writeAnswer(answer, invocation.format, output)) return kExitFailed;
+  if (invocation.format == Format::kTable) {
+    tellLine(invocation.configFile + ": " +
+             (count == 0   ? "no problems"
+              : count == 1 ? "1 problem"
+                           : std::to_string(count) + " problems"));
+  }
+  return count == 0 ? kExitSucceeded : kExitUsage;
+}
+
+}  // namespace ormaagent

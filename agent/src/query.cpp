@@ -1,0 +1,119 @@
+#include "query.h"
+
+#include <cxxabi.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <typeinfo>
+
+#include "error_texts.h"
+#include "exit_status.h"
+#include "message.h"
+#include "orma/bundle/configuration.h"
+#include "processexception.h"
+
+namespace ormaagent {
+
+namespace {
+
+constexpr char kBundle[] = "ii_orma_corbaagent_bundle";
+constexpr char kService[] = "ii_ormaiac_emf";
+
+std::string hexadecimal(std::uint32_t code) {
+  char text[16];
+  std::snprintf(text, sizeof text, "0x%08X", code);
+  return text;
+}
+
+// Error numbers are known by their hexadecimal form, results such as -1 by their decimal one.
+std::string numberText(std::int64_t result) {
+  const bool small = result > -1000 && result < 1000;
+  return std::to_string(result) +
+         (small ? "" : " (" + hexadecimal(static_cast<std::uint32_t>(result)) + ")");
+}
+
+std::string errorTextOf(std::int64_t code) {
+  try {
+    return findErrorText(static_cast<unsigned long>(code));
+  } catch (const ServiceMissing& missing) {
+    return missing.what();
+  }
+}
+
+std::string typeNameOf(const std::exception& thrown) {
+  int status = 0;
+  const std::unique_ptr<char, void (*)(void*)> name(
+      abi::__cxa_demangle(typeid(thrown).name(), nullptr, nullptr, &status), std::free);
+  return name ? name.get() : typeid(thrown).name();
+}
+
+void tellFailure(const Command& command, const Answer& answer) {
+  const std::string subject = std::string(command.path) + " failed: ";
+  if (command.rule == ResultRule::kOneIsFound) {
+    tell(subject + "not found");
+  } else {
+    tell(subject + "result " + numberText(answer.result) + ": " + errorTextOf(answer.result));
+  }
+}
+
+void tellFooter(const Answer& answer, bool success) {
+  const std::size_t count = answer.records.size();
+  tellLine(std::to_string(count) + (count == 1 ? " record" : " records") + ", result " +
+           numberText(answer.result) + (success ? " (success)" : " (failure)"));
+}
+
+int report(const Invocation& invocation, const Answer& answer, AnswerOutput& output) {
+  const Command& command = *invocation.command;
+  const bool success = succeeded(command.rule, answer.result);
+  const bool written = writeAnswer(answer, invocation.format, output);
+  if (invocation.format == Format::kTable) tellFooter(answer, success);
+  if (!success) tellFailure(command, answer);
+  if (success && answer.records.empty() && command.emptyHint != nullptr) tell(command.emptyHint);
+  return success && written ? kExitSucceeded : kExitFailed;
+}
+
+int callOperation(const Invocation& invocation, AnswerOutput& output) {
+  const std::string subject = std::string(invocation.command->path) + ": ";
+  try {
+    return report(invocation, invocation.command->operation(invocation.arguments), output);
+  } catch (const ServiceMissing& missing) {
+    tell(subject + missing.what());
+    return kExitUsage;
+  } catch (ProcessException& thrown) {
+    const auto code = static_cast<std::uint32_t>(thrown.errCode);
+    tell(subject + "the operation threw " + typeNameOf(thrown) + ", code " +
+         std::to_string(thrown.errCode) + " (" + hexadecimal(code) + "): " + errorTextOf(code) +
+         "; " + thrown.detail.str());
+  } catch (const std::exception& thrown) {
+    tell(subject + "the operation threw " + typeNameOf(thrown) + ": " + thrown.what());
+  } catch (...) {
+    tell(subject + "the operation threw something that is no std::exception");
+  }
+  return kExitException;
+}
+
+}  // namespace
+
+bool writeAnswer(const Answer& answer, Format format, AnswerOutput& output) {
+  const auto characterSet =
+      static_cast<CharacterSet>(orma::Configuration::current()->integer("text.characterSetSwitch"));
+  if (output.write(formatAnswer(answer, format, characterSet))) return true;
+  tell("cannot write the answer to standard output: " + output.failure());
+  return false;
+}
+
+int runQuery(const Invocation& invocation, ServiceHost& host, AnswerOutput& output) {
+  if (!host.start()) return kExitUsage;
+  if (!host.runs(kBundle, kService)) {
+    tell(std::string("the service ") + kService + " of bundle " + kBundle +
+         " is not running; the configuration's \"bundles\" must name it and its library");
+    return kExitUsage;
+  }
+  const int status = callOperation(invocation, output);
+  host.stop();
+  return status;
+}
+
+}  // namespace ormaagent

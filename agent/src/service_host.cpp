@@ -1,0 +1,77 @@
+#include "service_host.h"
+
+#include <list>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "message.h"
+#include "orma/bundle/bundle_mgr.h"
+#include "orma/log/log_sink.h"
+#include "sleep_interrupter.h"
+
+namespace ormaagent {
+
+namespace {
+
+using NS_BUNDLEMGR1::Bundle;
+using NS_BUNDLEMGR1::BundleMgr;
+using Services = std::map<std::string, NS_BUNDLEMGR1::ServiceObjectBase*>;
+
+void tellFailures(const std::vector<NS_BUNDLEMGR1::ServiceFailure>& failures) {
+  for (const auto& failure : failures) {
+    tell("service " + failure.service + " of bundle " + failure.bundle + ": " + failure.reason);
+  }
+}
+
+Services servicesOf(const Bundle& bundle) {
+  Services services;
+  bundle.GetServices(services);
+  return services;
+}
+
+}  // namespace
+
+ServiceHost::ServiceHost(std::shared_ptr<const orma::Configuration> configuration)
+    : configuration_(std::move(configuration)) {
+  orma::Configuration::install(configuration_);
+  orma::configureLog(*configuration_);
+}
+
+ServiceHost::~ServiceHost() { stop(); }
+
+bool ServiceHost::start() {
+  started_ = true;
+  const SleepInterrupter interrupter;  // a service that fails may take others with it
+  const auto report = BundleMgr::Instance()->Start(*configuration_);
+  tellFailures(report.failures);
+  return report.running;
+}
+
+bool ServiceHost::runsAny() const {
+  std::list<Bundle*> bundles;
+  BundleMgr::Instance()->GetBundles(bundles);
+  for (const Bundle* bundle : bundles) {
+    if (!servicesOf(*bundle).empty()) return true;
+  }
+  return false;
+}
+
+bool ServiceHost::runs(const std::string& bundle, const std::string& service) const {
+  const Bundle* found = BundleMgr::Instance()->FindBundle(bundle);
+  return found != nullptr && servicesOf(*found).count(service) > 0;
+}
+
+bool ServiceHost::stop() {
+  if (!std::exchange(started_, false)) return true;
+  std::vector<NS_BUNDLEMGR1::ServiceFailure> failures;
+  {
+    const SleepInterrupter interrupter;
+    failures = BundleMgr::Instance()->Stop();
+  }
+  tellFailures(failures);
+  orma::flushLog();
+  return failures.empty();
+}
+
+}  // namespace ormaagent
