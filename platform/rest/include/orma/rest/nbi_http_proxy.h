@@ -19,8 +19,12 @@ class ORMA_API NBIHTTPProxy {
   // and the result is false, so that half a network is never taken for the whole.
   static bool GetAllDevProperty(std::vector<Json::Value>& out);
 
-  // One page of the topology view: `marker` names it, an empty one the first. True when `response`
-  // holds the answer; on failure (logged) it is null.
+  // One page of the topology view objects that match `filter`: POST of
+  //   {"condition": {"filter": <filter>}, "limit": 1000, "marker": "<marker>"}
+  // to /rest/topology/v3/subnet-view, with "marker" only when it is not empty, which asks for the
+  // first page. True when `response` holds the answer,
+  //   {"dataList": [<object>, ...], "hasNext": true|false, "marker": "<marker of the next page>"};
+  // otherwise `response` is null, and the failure is logged.
   static bool getTopoSubnetViewInfo(const Json::Value& filter, std::string marker,
                                     Json::Value& response);
 };
