@@ -1,0 +1,136 @@
+#include "command_line.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "build_paths.h"
+#include "generate.h"
+#include "import.h"
+#include "progress.h"
+#include "serve.h"
+
+namespace ormasim {
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kFailed = 1;
+constexpr int kUsage = 2;
+
+constexpr char kExamples[] = R"(Examples:
+  ormasim generate --elements 200 --seed 7 --db net.db
+  ormasim import nets/*.graphml --db net.db
+  ormasim serve --db net.db --http-port 8080 --agent-config agent.json
+  ormasim serve --db net.db --faults faults.json
+
+Exit status: 0 done, 1 failed, 2 wrong command line.)";
+
+struct Options {
+  GenerateOptions generate;
+  ServeOptions serve;
+  std::vector<std::string> files;
+  std::string database;
+  bool force = false;
+  int faultPort = 0;
+};
+
+void runGenerate(const Options& options) {
+  interruptWorkOnSignals();
+  generateFile(options.database, options.generate, options.force);
+  std::fprintf(stderr, "ormasim: %llu elements are in %s\n",
+               static_cast<unsigned long long>(options.generate.elements),
+               options.database.c_str());
+}
+
+void runImport(const Options& options) {
+  const ImportSummary summary = importFiles(options.files, options.database);
+  std::fprintf(stderr, "ormasim: %zu networks with %zu elements and %zu links are in %s%s\n",
+               summary.networks, summary.elements, summary.links, options.database.c_str(),
+               summary.replaced ? ", in place of what it held" : "");
+}
+
+void runServe(const Options& options, bool faultPortGiven) {
+  if (faultPortGiven) {
+    std::fputs("ormasim: --fault-port has no effect: this release has no fault server\n", stderr);
+  }
+  ServeOptions serveOptions = options.serve;
+  serveOptions.databaseFile = options.database;
+  serve(serveOptions);
+}
+
+void addDatabase(CLI::App& command, Options& options) {
+  command.add_option("--db", options.database, "The inventory database, an SQLite file")
+      ->required()
+      ->type_name("FILE");
+}
+
+CLI::App& addGenerate(CLI::App& app, Options& options) {
+  CLI::App& command = *app.add_subcommand("generate", "Make a network, the same for the same seed");
+  command.add_option("--elements", options.generate.elements, "Number of network elements")
+      ->required()
+      ->type_name("N")
+      ->check(CLI::Range(std::uint64_t{0}, kMaxElements));
+  command.add_option("--seed", options.generate.seed, "Seed of the generator [1]")->type_name("S");
+  addDatabase(command, options);
+  command.add_flag("--force", options.force, "Replace the file if it exists");
+  return command;
+}
+
+CLI::App& addImport(CLI::App& app, Options& options) {
+  CLI::App& command = *app.add_subcommand(
+      "import", "Fill a database with networks from GraphML files, in place of what it holds");
+  command.add_option("files", options.files, "GraphML files")->required()->type_name("FILE");
+  addDatabase(command, options);
+  return command;
+}
+
+CLI::App& addServe(CLI::App& app, Options& options) {
+  CLI::App& command =
+      *app.add_subcommand("serve", "Serve a database as the platform's REST services on 127.0.0.1");
+  addDatabase(command, options);
+  command.add_option("--http-port", options.serve.httpPort, "Port for REST; 0: a free one [0]")
+      ->type_name("P")
+      ->check(CLI::Range(0, 65535));
+  command.add_option("--fault-port", options.faultPort, "Without effect in this release")
+      ->type_name("P")
+      ->check(CLI::Range(0, 65535));
+  command.add_option("--faults", options.serve.faultsFile, "Fault script")->type_name("FILE");
+  command
+      .add_option("--agent-config", options.serve.agentConfigFile,
+                  "Write a configuration for ormaagent here")
+      ->type_name("FILE");
+  command.add_option("--token", options.serve.token, "Ask for this X-Auth-Token")->type_name("T");
+  return command;
+}
+
+}  // namespace
+
+int runOrmasim(int argc, char** argv) {
+  CLI::App app("ormasim: a stand-in network for the northbound agent", "ormasim");
+  Options options;
+  app.footer(kExamples);
+  app.set_version_flag("--version", std::string("ormasim ") + kVersion);
+  app.require_subcommand(1);
+  const CLI::App& generate = addGenerate(app, options);
+  const CLI::App& import = addImport(app, options);
+  const CLI::App& serve = addServe(app, options);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? kDone : kUsage;
+  }
+  try {
+    if (generate.parsed()) runGenerate(options);
+    if (import.parsed()) runImport(options);
+    if (serve.parsed()) runServe(options, serve.count("--fault-port") > 0);
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "ormasim: %s\n", failure.what());
+    return kFailed;
+  }
+  return kDone;
+}
+
+}  // namespace ormasim

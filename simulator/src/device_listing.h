@@ -1,0 +1,49 @@
+// The property listing: the management system, every device, and behind each device its frames,
+// in the order of device id and frame number, from any place on.
+//
+//   DeviceListing listing(database);
+//   DevicePage page = listing.page(DevicePosition{}, 1000);
+//   // page.json: [{"nativeId":"OS=1",…},…]; go on from page.last while page.more
+//
+// Thread-safety: thread-compatible. Failure: SimError.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "sqlite.h"
+
+namespace ormasim {
+
+// A row of the listing: a device, or a frame of it. Device 1 is the management system; device 0
+// is the place before the first row.
+struct DevicePosition {
+  std::int64_t device = 0;
+  std::int64_t frame = -1;  // -1: the device itself
+};
+
+// The opaque text for a position, and back; nothing when it is none that was handed out.
+std::string markerFor(const DevicePosition& position);
+std::optional<DevicePosition> positionOf(const std::string& marker);
+
+struct DevicePage {
+  std::string json;  // an array
+  DevicePosition last;
+  bool more = false;
+};
+
+class DeviceListing {
+ public:
+  explicit DeviceListing(Database& database);
+
+  // At most `limit` rows behind `after`, read in one transaction.
+  DevicePage page(const DevicePosition& after, std::int64_t limit);
+
+ private:
+  Database& database_;
+  Statement devices_;
+  Statement frames_;
+};
+
+}  // namespace ormasim

@@ -1,0 +1,104 @@
+#include "fault_actions.h"
+
+#include <json/json.h>
+
+#include <memory>
+
+#include "answers.h"
+
+namespace ormasim {
+namespace {
+
+// Neither JSON nor UTF-8.
+constexpr char kGarbage[] = "<html>\xFF\xFE this is no JSON \x80{]\n";
+
+std::string compact(const Json::Value& value) {
+  Json::StreamWriterBuilder builder;
+  builder["indentation"] = "";
+  builder["emitUTF8"] = true;
+  return Json::writeString(builder, value);
+}
+
+// A text becomes an array that holds it; everything else the text of its JSON.
+Json::Value otherType(const Json::Value& value) {
+  if (!value.isString()) return compact(value);
+  Json::Value array(Json::arrayValue);
+  array.append(value);
+  return array;
+}
+
+// The number of members that were changed, at any depth.
+std::size_t changeType(Json::Value& value, const std::string& key) {
+  std::size_t changed = 0;
+  if (value.isObject()) {
+    for (const std::string& name : value.getMemberNames()) {
+      if (name == key) {
+        value[name] = otherType(value[name]);
+        ++changed;
+      } else {
+        changed += changeType(value[name], key);
+      }
+    }
+  } else if (value.isArray()) {
+    for (Json::Value& element : value) changed += changeType(element, key);
+  }
+  return changed;
+}
+
+void spoilType(const std::string& key, httplib::Response& response) {
+  const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
+  const std::string& body = response.body;
+  Json::Value document;
+  reader->parse(body.data(), body.data() + body.size(), &document, nullptr);
+  if (changeType(document, key) == 0) {
+    // Passing the answer on would let a misspelt script look like a program that copes.
+    setError(response, 500, "fault script: the answer has no member \"" + key + "\"");
+    return;
+  }
+  response.body = compact(document) + "\n";
+}
+
+// Announces the whole body, sends its first half and closes.
+void cutInHalf(httplib::Response& response) {
+  const auto body = std::make_shared<const std::string>(std::move(response.body));
+  response.body.clear();
+  response.headers.erase("Content-Type");
+  response.set_content_provider(body->size(), "application/json",
+                                [body](std::size_t offset, std::size_t, httplib::DataSink& sink) {
+                                  if (offset == 0 && body->size() > 1)
+                                    return sink.write(body->data(), body->size() / 2);
+                                  return false;
+                                });
+}
+
+}  // namespace
+
+bool actBeforeAnswer(const Fault& fault, Connection& connection, httplib::Response& response) {
+  switch (fault.action) {
+    case FaultAction::Refuse:
+      connection.abort();
+      return true;
+    case FaultAction::Stall:
+      if (fault.time && connection.stayIdle(*fault.time)) return false;
+      if (!fault.time) connection.stayIdleUntilClosed();
+      connection.abort();
+      return true;
+    case FaultAction::Garbage:
+      setJson(response, 200, kGarbage);
+      return true;
+    case FaultAction::Status:
+      setError(response, fault.status, "fault script: status " + std::to_string(fault.status));
+      return true;
+    case FaultAction::Cut:
+    case FaultAction::WrongType:
+      return false;
+  }
+  return false;
+}
+
+void actOnAnswer(const Fault& fault, httplib::Response& response) {
+  if (fault.action == FaultAction::Cut) cutInHalf(response);
+  if (fault.action == FaultAction::WrongType) spoilType(fault.key, response);
+}
+
+}  // namespace ormasim

@@ -1,0 +1,191 @@
+#include "fault_script.h"
+
+#include <json/json.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "error.h"
+#include "files.h"
+
+namespace ormasim {
+namespace {
+
+constexpr std::size_t kScriptLimitBytes = 1u << 20;
+constexpr double kMaxStallSeconds = 3600;
+
+// What each action's rule carries besides path, requests and action.
+struct ActionWord {
+  const char* word;
+  FaultAction action;
+  const char* member;  // null: none
+  bool required;
+};
+
+constexpr ActionWord kActions[] = {
+    {"refuse", FaultAction::Refuse, nullptr, false},
+    {"stall", FaultAction::Stall, "seconds", false},
+    {"cut", FaultAction::Cut, nullptr, false},
+    {"garbage", FaultAction::Garbage, nullptr, false},
+    {"wrongType", FaultAction::WrongType, "key", true},
+    {"status", FaultAction::Status, "status", true},
+};
+
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
+  return text;
+}
+
+// Turns one rule into a Fault.
+class RuleReader {
+ public:
+  RuleReader(std::string place, const Json::Value& rule) : place_(std::move(place)), rule_(rule) {
+    if (!rule_.isObject()) fail("is not an object");
+  }
+
+  Fault read(const std::vector<std::string>& servedPaths) {
+    fault_.path = text("path");
+    if (std::find(servedPaths.begin(), servedPaths.end(), fault_.path) == servedPaths.end()) {
+      fail("\"path\" is no service; there are " + joined(servedPaths));
+    }
+    readRequests();
+    const ActionWord& action = readAction();
+    refuseOthers(action);
+    readMember(action);
+    return fault_;
+  }
+
+ private:
+  const ActionWord& readAction() {
+    const std::string word = text("action");
+    for (const ActionWord& action : kActions) {
+      if (word != action.word) continue;
+      fault_.action = action.action;
+      return action;
+    }
+    fail("\"action\" is none of refuse, stall, cut, garbage, wrongType, status");
+  }
+
+  void readRequests() {
+    const Json::Value& requests = rule_["requests"];
+    if (requests == "all") return;
+    if (requests.isArray() && !requests.empty()) {
+      for (const Json::Value& number : requests) fault_.requests.push_back(count(number));
+    } else if (requests.isObject() && requests.size() == 1 && requests.isMember("from")) {
+      fault_.from = count(requests["from"]);
+    } else {
+      failRequests();
+    }
+  }
+
+  std::uint64_t count(const Json::Value& number) const {
+    if (!number.isUInt64() || number.asUInt64() == 0) failRequests();
+    return number.asUInt64();
+  }
+
+  void refuseOthers(const ActionWord& action) const {
+    for (const std::string& name : rule_.getMemberNames()) {
+      const bool known = name == "path" || name == "requests" || name == "action" ||
+                         (action.member != nullptr && name == action.member);
+      if (!known) fail("\"" + name + "\" has no meaning for action " + action.word);
+    }
+  }
+
+  void readMember(const ActionWord& action) {
+    if (action.member == nullptr) return;
+    if (!rule_.isMember(action.member)) {
+      if (action.required)
+        fail("action " + std::string(action.word) + " needs \"" + action.member + "\"");
+      return;
+    }
+    const Json::Value& value = rule_[action.member];
+    switch (action.action) {
+      case FaultAction::WrongType:
+        fault_.key = text("key");
+        return;
+      case FaultAction::Status:
+        if (!value.isInt() || value.asInt() < 200 || value.asInt() > 599) {
+          fail("\"status\" is not a number from 200 to 599");
+        }
+        fault_.status = value.asInt();
+        return;
+      default:
+        if (!value.isNumeric() || !(value.asDouble() > 0) || value.asDouble() > kMaxStallSeconds) {
+          fail("\"seconds\" is not a number above 0 and up to 3600");
+        }
+        fault_.time = std::chrono::milliseconds(std::llround(std::ceil(value.asDouble() * 1000)));
+    }
+  }
+
+  std::string text(const char* member) const {
+    const Json::Value& value = rule_[member];
+    if (!value.isString() || value.asString().empty()) {
+      fail("\"" + std::string(member) + "\" is missing or no text");
+    }
+    return value.asString();
+  }
+
+  [[noreturn]] void failRequests() const {
+    fail("\"requests\" is none of \"all\", a list of numbers from 1, {\"from\": number}");
+  }
+  [[noreturn]] void fail(const std::string& reason) const { throw SimError(place_ + " " + reason); }
+
+  std::string place_;
+  const Json::Value& rule_;
+  Fault fault_;
+};
+
+Json::Value parsed(const std::string& text, const std::string& name) {
+  Json::CharReaderBuilder builder;
+  Json::CharReaderBuilder::strictMode(&builder.settings_);
+  const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+  Json::Value root;
+  std::string errors;
+  bool valid = false;
+  try {
+    valid = reader->parse(text.data(), text.data() + text.size(), &root, &errors);
+  } catch (const Json::Exception& exception) {  // nesting beyond the reader's limit
+    errors = exception.what();
+  }
+  if (!valid) throw SimError("fault script " + name + " is not valid JSON: " + errors);
+  if (!root.isArray()) throw SimError("fault script " + name + " is not a JSON array of rules");
+  return root;
+}
+
+}  // namespace
+
+FaultScript FaultScript::load(const std::string& file,
+                              const std::vector<std::string>& servedPaths) {
+  return parse(readFile(file, kScriptLimitBytes), file, servedPaths);
+}
+
+FaultScript FaultScript::parse(const std::string& text, const std::string& name,
+                               const std::vector<std::string>& servedPaths) {
+  const Json::Value root = parsed(text, name);
+  FaultScript script;
+  for (Json::ArrayIndex i = 0; i < root.size(); ++i) {
+    const std::string place = "fault script " + name + ": rule " + std::to_string(i + 1) + ":";
+    script.faults_.push_back(RuleReader(place, root[i]).read(servedPaths));
+  }
+  return script;
+}
+
+const Fault* FaultScript::next(const std::string& path) {
+  const auto concerns = [&path](const Fault& fault) { return fault.path == path; };
+  if (std::none_of(faults_.begin(), faults_.end(), concerns)) return nullptr;
+  std::uint64_t number = 0;
+  {
+    const std::lock_guard<std::mutex> lock(counts_->mutex);
+    number = ++counts_->requests[path];
+  }
+  for (const Fault& fault : faults_) {
+    if (!concerns(fault)) continue;
+    const bool listed = std::count(fault.requests.begin(), fault.requests.end(), number) > 0;
+    if (fault.requests.empty() ? number >= fault.from : listed) return &fault;
+  }
+  return nullptr;
+}
+
+}  // namespace ormasim

@@ -1,0 +1,61 @@
+// The fault script: named requests that fail in named ways (docs/simulator.md).
+//
+//   FaultScript script = FaultScript::load("faults.json", {"/rest/…/dev-properties"});
+//   if (const Fault* fault = script.next(path)) …
+//
+// Thread-safety: next is thread-safe. Failure: load throws SimError that names the file, the rule
+// and the member, and says what would be right.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ormasim {
+
+enum class FaultAction {
+  Refuse,     // close without a byte of an answer
+  Stall,      // hold the answer
+  Cut,        // close in the middle of the answer's body
+  Garbage,    // answer 200 with bytes that are no JSON
+  WrongType,  // give a member another JSON type
+  Status      // answer with a status
+};
+
+struct Fault {
+  std::string path;
+  std::uint64_t from = 1;               // all requests from this one on,
+  std::vector<std::uint64_t> requests;  // or, when not empty, these, counted from 1
+  FaultAction action = FaultAction::Refuse;
+  int status = 0;                                 // Status
+  std::string key;                                // WrongType
+  std::optional<std::chrono::milliseconds> time;  // Stall; none: until the connection ends
+};
+
+class FaultScript {
+ public:
+  // No faults.
+  FaultScript() = default;
+  // A rule for any other path than `servedPaths` would never act and is refused.
+  static FaultScript load(const std::string& file, const std::vector<std::string>& servedPaths);
+  static FaultScript parse(const std::string& text, const std::string& name,
+                           const std::vector<std::string>& servedPaths);
+
+  // Counts a request for the path; the first rule that names it, or null.
+  const Fault* next(const std::string& path);
+
+ private:
+  struct Counts {
+    std::mutex mutex;
+    std::map<std::string, std::uint64_t> requests;  // guarded by mutex
+  };
+  std::vector<Fault> faults_;
+  std::unique_ptr<Counts> counts_ = std::make_unique<Counts>();
+};
+
+}  // namespace ormasim

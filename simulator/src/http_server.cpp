@@ -1,0 +1,140 @@
+#include "http_server.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include "error.h"
+
+namespace ormasim {
+namespace {
+
+constexpr int kBacklog = 128;
+constexpr auto kIdleTimeout = std::chrono::milliseconds(60000);
+constexpr std::size_t kBodyLimitBytes = 16u << 20;
+// Told to the client only; the loop counts nothing.
+constexpr std::size_t kRequestsOfAConnection = 1'000'000;
+
+// Hands connections to the library's threads and keeps count of those not yet taken up.
+class CountingPool : public httplib::TaskQueue {
+ public:
+  CountingPool(std::size_t threads, std::atomic<std::size_t>& waiting)
+      : pool_(threads), waiting_(waiting) {}
+
+  void enqueue(std::function<void()> task) override {
+    ++waiting_;
+    pool_.enqueue([this, task = std::move(task)] {
+      --waiting_;
+      task();
+    });
+  }
+  void shutdown() override { pool_.shutdown(); }
+
+ private:
+  httplib::ThreadPool pool_;
+  std::atomic<std::size_t>& waiting_;
+};
+
+[[noreturn]] void failToListen(int socket, int port) {
+  const int reason = errno;
+  if (socket >= 0) ::close(socket);
+  throw SimError("cannot listen on 127.0.0.1:" + std::to_string(port) + ": " +
+                 std::strerror(reason) + "; give another port, or 0 for a free one");
+}
+
+// The library's own way of listening shares a port that is in use with its user.
+int listenOnLoopback(int port) {
+  const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  const int on = 1;
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(static_cast<std::uint16_t>(port));
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  if (socket < 0 || ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on) != 0 ||
+      ::bind(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
+      ::listen(socket, kBacklog) != 0) {
+    failToListen(socket, port);
+  }
+  return socket;
+}
+
+int portOf(int socket) {
+  sockaddr_in address{};
+  socklen_t length = sizeof address;
+  ::getsockname(socket, reinterpret_cast<sockaddr*>(&address), &length);
+  return ntohs(address.sin_port);
+}
+
+}  // namespace
+
+HttpServer::HttpServer(RestHandler& handler, std::size_t threads) {
+  new_task_queue = [this, threads] { return new CountingPool(threads, waiting_); };
+  set_payload_max_length(kBodyLimitBytes);
+  set_keep_alive_timeout(std::chrono::duration_cast<std::chrono::seconds>(kIdleTimeout).count());
+  set_keep_alive_max_count(kRequestsOfAConnection);
+  route(handler);
+}
+
+HttpServer::~HttpServer() { stop(); }
+
+void HttpServer::route(RestHandler& handler) {
+  const auto handle = [&handler](const httplib::Request& request, httplib::Response& response) {
+    handler.handle(request, response);
+  };
+  // Requests without a body are taken before the library's routing, which costs a regular
+  // expression for each; the others must pass it to have their body read.
+  set_pre_routing_handler([handle](const httplib::Request& request, httplib::Response& response) {
+    if (request.method != "GET" && request.method != "HEAD" && request.method != "OPTIONS") {
+      return HandlerResponse::Unhandled;
+    }
+    handle(request, response);
+    return HandlerResponse::Handled;
+  });
+  Post(".*", handle);
+  Put(".*", handle);
+  Patch(".*", handle);
+  Delete(".*", handle);
+  set_error_handler([](const httplib::Request&, httplib::Response& response) {
+    RestHandler::explainRefusal(response);
+  });
+}
+
+int HttpServer::start(int port) {
+  listener_ = listenOnLoopback(port);
+  svr_sock_ = listener_;
+  // From here on the system takes connections; the thread picks them up.
+  acceptor_ = std::thread([this] { listen_after_bind(); });
+  return portOf(listener_);
+}
+
+void HttpServer::stop() {
+  if (!acceptor_.joinable()) return;
+  svr_sock_ = INVALID_SOCKET;
+  ::shutdown(listener_, SHUT_RDWR);
+  connections_.shutDownAll();
+  acceptor_.join();
+  // Closed last: until then its number cannot become another socket's under the acceptor.
+  ::close(listener_);
+}
+
+bool HttpServer::process_and_close_socket(socket_t socket) {
+  Connection connection(socket, connections_);
+  serveConnection(connection);
+  return true;
+}
+
+void HttpServer::serveConnection(Connection& connection) {
+  const Connection::Serving serving(connection);
+  const auto othersWait = [this] { return waiting_ > 0; };
+  while (connection.usable() && connection.waitForRequest(kIdleTimeout, othersWait)) {
+    bool closed = false;
+    if (!process_request(connection, false, closed, nullptr) || closed) return;
+  }
+}
+
+}  // namespace ormasim

@@ -1,0 +1,110 @@
+#include "rest_handler.h"
+
+#include <json/json.h>
+
+#include <utility>
+
+#include "answers.h"
+#include "connection.h"
+#include "error.h"
+#include "fault_actions.h"
+#include "parameters.h"
+#include "services.h"
+
+namespace ormasim {
+namespace {
+
+// A GET request's body would stay in the stream and be taken for the next request.
+bool hasUnreadBody(const httplib::Request& request) {
+  const bool bodyless =
+      request.method == "GET" || request.method == "HEAD" || request.method == "OPTIONS";
+  const std::string length = request.get_header_value("Content-Length");
+  return bodyless &&
+         ((!length.empty() && length != "0") || request.has_header("Transfer-Encoding"));
+}
+
+std::string listOfServices() {
+  std::string text;
+  for (const std::string& path : servicePaths()) text += (text.empty() ? "" : ", ") + path;
+  return text;
+}
+
+// The time taken does not depend on where the texts begin to differ.
+bool sameSecret(const std::string& left, const std::string& right) {
+  unsigned difference = left.size() == right.size() ? 0 : 1;
+  for (std::size_t i = 0; i < left.size(); ++i) {
+    difference |= static_cast<unsigned char>(left[i] ^ (i < right.size() ? right[i] : 0));
+  }
+  return difference == 0;
+}
+
+}  // namespace
+
+void setJson(httplib::Response& response, int status, std::string body) {
+  response.status = status;
+  response.headers.erase("Content-Type");
+  response.set_header("Content-Type", "application/json");
+  response.body = std::move(body);
+}
+
+void setError(httplib::Response& response, int status, const std::string& reason) {
+  Json::Value body(Json::objectValue);
+  body["error"] = reason;
+  Json::StreamWriterBuilder builder;
+  builder["indentation"] = "";
+  setJson(response, status, Json::writeString(builder, body) + "\n");
+}
+
+RestHandler::RestHandler(RestSettings settings)
+    : token_(std::move(settings.token)),
+      faults_(std::move(settings.faults)),
+      inventories_(std::move(settings.databaseFile)) {}
+
+void RestHandler::handle(const httplib::Request& request, httplib::Response& response) {
+  Connection& connection = *Connection::current();
+  if (hasUnreadBody(request)) {
+    connection.closeAfterAnswer();
+    response.set_header("Connection", "close");
+    setError(response, 400, "a " + request.method + " request has no body here");
+    return;
+  }
+  const Fault* fault = faults_.next(request.path);
+  if (fault != nullptr && actBeforeAnswer(*fault, connection, response)) return;
+  answer(request, response);
+  if (fault != nullptr) actOnAnswer(*fault, response);
+}
+
+void RestHandler::answer(const httplib::Request& request, httplib::Response& response) {
+  if (!token_.empty() && !sameSecret(token_, request.get_header_value("X-Auth-Token"))) {
+    return setError(response, 401, "header X-Auth-Token is missing or wrong");
+  }
+  const Service* service = findService(request.path);
+  if (service == nullptr) {
+    return setError(response, 404,
+                    "no service at " + request.path + "; there are " + listOfServices());
+  }
+  if (request.method != service->method) {
+    response.set_header("Allow", service->method);
+    return setError(response, 405, request.path + " takes " + service->method + " only");
+  }
+  try {
+    requireValidHeaders(request);
+    std::unique_ptr<Inventory> inventory = inventories_.take();
+    setJson(response, 200, service->answer(request, *inventory));
+    inventories_.giveBack(std::move(inventory));
+  } catch (const BadRequest& problem) {
+    setError(response, 400, problem.what());
+  } catch (const std::exception& failure) {
+    setError(response, 500, failure.what());
+  }
+}
+
+void RestHandler::explainRefusal(httplib::Response& response) {
+  if (!response.body.empty() || response.content_length_ > 0) return;
+  setError(response, response.status, "the request is not well-formed HTTP that this server takes");
+  // What follows in the stream may be the rest of the refused request.
+  if (Connection* connection = Connection::current()) connection->closeAfterAnswer();
+  response.set_header("Connection", "close");
+}
+
+}  // namespace ormasim

@@ -1,0 +1,39 @@
+// What a request gets: the fault script first, then the token, the service and its answer.
+// docs/simulator.md tells each step.
+//
+// Thread-safety: thread-safe. Failure: every failure becomes an answer {"error": reason}.
+#pragma once
+
+#include <httplib.h>
+
+#include <string>
+
+#include "fault_script.h"
+#include "inventory_pool.h"
+
+namespace ormasim {
+
+struct RestSettings {
+  std::string databaseFile;
+  std::string token;  // empty: none is asked for
+  FaultScript faults;
+};
+
+class RestHandler {
+ public:
+  explicit RestHandler(RestSettings settings);
+
+  // Runs on the thread that serves the connection.
+  void handle(const httplib::Request& request, httplib::Response& response);
+  // For requests that the HTTP library has refused by itself.
+  static void explainRefusal(httplib::Response& response);
+
+ private:
+  void answer(const httplib::Request& request, httplib::Response& response);
+
+  const std::string token_;
+  FaultScript faults_;
+  InventoryPool inventories_;
+};
+
+}  // namespace ormasim

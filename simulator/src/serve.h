@@ -1,0 +1,20 @@
+// The serve command: the stand-in platform on loopback, until SIGTERM or SIGINT.
+#pragma once
+
+#include <string>
+
+namespace ormasim {
+
+struct ServeOptions {
+  std::string databaseFile;
+  int httpPort = 0;
+  std::string faultsFile;       // empty: no faults
+  std::string agentConfigFile;  // empty: none is written
+  std::string token;            // empty: none is asked for
+};
+
+// Writes the agent's configuration, then one line of JSON with the ports on standard output, and
+// returns after a signal. Failure: SimError.
+void serve(const ServeOptions& options);
+
+}  // namespace ormasim

@@ -1,0 +1,120 @@
+#include "fault_script.h"
+
+#include <gmock/gmock.h>
+
+#include "server_fixture.h"
+
+namespace ormasim::testing {
+namespace {
+
+FaultScript scriptOf(const std::string& rules) {
+  return FaultScript::parse(rules, "f.json", {"/a", "/b"});
+}
+
+// Which of the first five requests for the path fail.
+std::string hits(FaultScript& script, const std::string& path) {
+  std::string marks;
+  for (int i = 0; i < 5; ++i) marks += script.next(path) != nullptr ? 'x' : '.';
+  return marks;
+}
+
+TEST(FaultScriptTest, NoScriptHitsNothing) {
+  FaultScript script;
+  EXPECT_EQ(hits(script, "/a"), ".....");
+}
+
+TEST(FaultScriptTest, RequestsAreCountedForEachPath) {
+  FaultScript script = scriptOf(R"([
+    {"path": "/a", "requests": [2, 3], "action": "refuse"},
+    {"path": "/b", "requests": {"from": 4}, "action": "cut"}])");
+  EXPECT_EQ(hits(script, "/b"), "...xx");
+  EXPECT_EQ(hits(script, "/a"), ".xx..");
+  EXPECT_EQ(hits(script, "/c"), ".....");
+}
+
+TEST(FaultScriptTest, AllMeansAll) {
+  FaultScript script = scriptOf(R"([{"path": "/a", "requests": "all", "action": "garbage"}])");
+  EXPECT_EQ(hits(script, "/a"), "xxxxx");
+}
+
+TEST(FaultScriptTest, FirstRuleThatNamesARequestActs) {
+  FaultScript script = scriptOf(R"([
+    {"path": "/a", "requests": [2], "action": "status", "status": 503},
+    {"path": "/a", "requests": "all", "action": "cut"}])");
+  EXPECT_EQ(script.next("/a")->action, FaultAction::Cut);
+  const Fault* second = script.next("/a");
+  EXPECT_EQ(second->action, FaultAction::Status);
+  EXPECT_EQ(second->status, 503);
+}
+
+TEST(FaultScriptTest, RulesCarryWhatTheirActionNeeds) {
+  FaultScript script = scriptOf(R"([
+    {"path": "/a", "requests": [1], "action": "stall"},
+    {"path": "/a", "requests": [2], "action": "stall", "seconds": 0.25},
+    {"path": "/a", "requests": [3], "action": "wrongType", "key": "objList"}])");
+  EXPECT_FALSE(script.next("/a")->time);
+  EXPECT_EQ(script.next("/a")->time, std::chrono::milliseconds(250));
+  EXPECT_EQ(script.next("/a")->key, "objList");
+}
+
+TEST(FaultScriptTest, WrongScriptsAreRefusedByRuleAndReason) {
+  const std::string rule = R"([{"path": "/a", "requests": "all", "action": "refuse"}, )";
+  const std::pair<std::string, std::string> wrong[] = {
+      {"{}", "fault script f.json is not a JSON array of rules"},
+      {rule + "7]", "fault script f.json: rule 2: is not an object"},
+      {rule + R"({"requests": "all", "action": "cut"}])",
+       R"(fault script f.json: rule 2: "path" is missing or no text)"},
+      {rule + R"({"path": "/c", "requests": "all", "action": "cut"}])",
+       R"(fault script f.json: rule 2: "path" is no service; there are /a, /b)"},
+      {rule + R"({"path": "/a", "requests": "all", "action": "explode"}])",
+       "fault script f.json: rule 2: \"action\" is none of refuse, stall, cut, garbage, "
+       "wrongType, status"},
+      {rule + R"({"path": "/a", "requests": "all", "action": "cut", "status": 500}])",
+       R"(fault script f.json: rule 2: "status" has no meaning for action cut)"},
+      {rule + R"({"path": "/a", "requests": "all", "action": "status"}])",
+       R"(fault script f.json: rule 2: action status needs "status")"},
+      {rule + R"({"path": "/a", "requests": "all", "action": "status", "status": 99}])",
+       R"(fault script f.json: rule 2: "status" is not a number from 200 to 599)"},
+      {rule + R"({"path": "/a", "requests": "all", "action": "wrongType"}])",
+       R"(fault script f.json: rule 2: action wrongType needs "key")"},
+      {rule + R"({"path": "/a", "requests": "all", "action": "wrongType", "key": 7}])",
+       R"(fault script f.json: rule 2: "key" is missing or no text)"},
+      {rule + R"({"path": "/a", "requests": "all", "action": "stall", "seconds": 0}])",
+       R"(fault script f.json: rule 2: "seconds" is not a number above 0 and up to 3600)"},
+      {rule + R"({"path": "/a", "requests": "all", "action": "stall", "seconds": 1e9}])",
+       R"(fault script f.json: rule 2: "seconds" is not a number above 0 and up to 3600)"},
+  };
+  for (const auto& [text, reason] : wrong) {
+    EXPECT_EQ(errorOf([&, &script = text] { scriptOf(script); }), reason) << text;
+  }
+}
+
+TEST(FaultScriptTest, WrongRequestsAreRefused) {
+  for (const char* requests : {"7", "[]", "[0]", "[-1]", "[1.5]", "[\"1\"]", "\"some\"", "{}",
+                               "{\"from\": 0}", "{\"from\": 1, \"to\": 2}", "null"}) {
+    EXPECT_EQ(errorOf([&] {
+                scriptOf(std::string(R"([{"path": "/a", "action": "cut", "requests": )") +
+                         requests + "}]");
+              }),
+              "fault script f.json: rule 1: \"requests\" is none of \"all\", a list of numbers "
+              "from 1, {\"from\": number}")
+        << requests;
+  }
+}
+
+TEST(FaultScriptTest, TextThatIsNoJsonIsRefused) {
+  for (const std::string& text :
+       {std::string("["), std::string(""), std::string("[] x"), std::string(100000, '[')}) {
+    EXPECT_THAT(errorOf([&] { scriptOf(text); }),
+                ::testing::StartsWith("fault script f.json is not valid JSON: "));
+  }
+}
+
+TEST(FaultScriptTest, FileThatIsMissingIsNamed) {
+  const TempDirectory directory;
+  EXPECT_EQ(errorOf([&] { FaultScript::load(directory.path("f.json"), {}); }),
+            "cannot read " + directory.path("f.json") + ": No such file or directory");
+}
+
+}  // namespace
+}  // namespace ormasim::testing
