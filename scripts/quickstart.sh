@@ -1,0 +1,106 @@
+#!/usr/bin/env bash
+# Shows the whole system at work: installs what a build needs, builds a release, makes a network of
+# 200 elements, serves it on loopback and asks the agent about it. Leaves nothing running.
+#
+#   scripts/quickstart.sh
+#
+# Exit status: 0 everything worked, 1 something failed, 2 packages are missing and may not be
+# installed.
+set -euo pipefail
+
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+root=$(dirname "$here")
+# shellcheck source=lib/console.sh
+source "$here/lib/console.sh"
+# shellcheck source=lib/packages.sh
+source "$here/lib/packages.sh"
+
+readonly elements=200 seed=7
+readonly ready_seconds=60
+readonly bin=$root/build/release/bin
+work=
+simulator=
+
+clean_up() {
+  if [[ -n $simulator ]]; then
+    kill "$simulator" 2>/dev/null || true
+    wait "$simulator" 2>/dev/null || true
+  fi
+  [[ -z $work ]] || rm -rf "$work"
+}
+trap clean_up EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
+
+build() {
+  cd "$root"
+  cmake --preset release --log-level=WARNING || fail "the build could not be configured"
+  cmake --build --preset release || fail "the build failed"
+}
+
+# Starts the simulator and waits for the line that says it is ready.
+serve() {
+  local ready
+  mkfifo "$work/ready"
+  "$bin/ormasim" serve --db "$work/network.db" --agent-config "$work/agent.json" \
+    >"$work/ready" 2>"$work/simulator.log" &
+  simulator=$!
+  if ! read -r -t "$ready_seconds" ready <"$work/ready"; then
+    cat "$work/simulator.log" >&2
+    fail "the simulator did not become ready"
+  fi
+  printf 'The simulator is ready: %s\n' "$ready"
+}
+
+# agent WORD... runs one command against the simulator and passes its answer on. The agent's log,
+# which goes to standard error, is shown only when the command fails.
+agent() {
+  if ! "$bin/ormaagent" --config "$work/agent.json" "$@" 2>"$work/agent.log"; then
+    cat "$work/agent.log" >&2
+    fail "ormaagent $* failed"
+  fi
+}
+
+# show TEXT WORD... explains a command, names it and prints its answer.
+show() {
+  printf '\n%s\n  $ ormaagent %s\n' "$1" "${*:2}"
+  agent "${@:2}" >"$work/answer"
+  sed 's/^/  /' "$work/answer"
+}
+
+# The same for a long answer: its first lines, and how many there are.
+show_first() {
+  show "${@:2}" >"$work/shown"
+  head -n "$(($1 + 3))" "$work/shown"
+  printf '  ... %d lines in all\n' "$(wc -l <"$work/answer")"
+}
+
+step "Packages"
+install_packages "${emf_release_packages[@]}" || fail "the packages could not be installed"
+echo "Everything that the build needs is installed."
+
+step "Build (build/release)"
+build
+
+step "A network of $elements elements"
+work=$(mktemp -d "${TMPDIR:-/tmp}/emf-quickstart.XXXXXX")
+"$bin/ormasim" generate --elements "$elements" --seed "$seed" --db "$work/network.db" ||
+  fail "the network could not be generated"
+serve
+
+step "Asking the agent"
+agent --format csv topo device 12 >"$work/device.csv"
+name=$(sed -n '2s/.*,//p' "$work/device.csv" | tr -d '\r"')
+
+show_first 12 "Every device of the network, read page by page over HTTP:" topo devices
+show "One device, from the inventory database:" topo device 12
+show "The software version that the database has for it:" topo version 12
+show "Where it stands, outermost part first:" topo location 12
+show "The device behind a node of the topology map:" topo device-of-node 12
+show "The device cache, which fills itself over HTTP at the first miss:" cache device 12
+show "The same cache, searched by name:" cache name "$name"
+show "The distinguished name that goes with a device id:" res fdn 12
+show "The text of an error number, as other services of the agent get it:" error-text 0x411800CC
+
+step "Done"
+echo "The programs are $bin/ormaagent and $bin/ormasim; both explain themselves with --help."

@@ -1,0 +1,72 @@
+#!/usr/bin/env bash
+# Installs what the tests need, builds and runs them, in stages:
+#
+#   dev    g++, every test
+#   asan   address and undefined-behaviour sanitizers, the unit tests
+#   tsan   thread sanitizer, the tests that use threads
+#   clang  the whole tree by clang++, the unit tests
+#
+#   scripts/test.sh             all stages
+#   scripts/test.sh dev tsan    these stages
+#
+# Exit status: 0 every stage passed, 1 one failed, 2 packages are missing and may not be installed.
+# What ctest printed is kept in build/<stage>/ctest.log.
+set -uo pipefail
+
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+root=$(dirname "$here")
+# shellcheck source=lib/console.sh
+source "$here/lib/console.sh"
+# shellcheck source=lib/packages.sh
+source "$here/lib/packages.sh"
+
+readonly all_stages=(dev asan tsan clang)
+jobs=$(nproc)
+summary=()
+failures=0
+
+build_stage() {
+  cmake --preset "$1" --log-level=WARNING && cmake --build --preset "$1" --parallel "$jobs"
+}
+
+test_stage() {
+  ctest --preset "$1" --parallel "$jobs" 2>&1 | tee "build/$1/ctest.log"
+}
+
+# closing_line STAGE prints ctest's own count of the stage.
+closing_line() {
+  grep -E 'tests passed, [0-9]+ tests? failed out of' "build/$1/ctest.log" || echo 'no tests ran'
+}
+
+run_stage() {
+  local stage=$1 start=$SECONDS built result
+  rm -f "build/$stage/ctest.log"
+  step "$stage: build"
+  if ! build_stage "$stage"; then
+    summary+=("$(printf '%-6s FAILED  the build failed' "$stage")")
+    return 1
+  fi
+  built=$((SECONDS - start))
+  step "$stage: tests"
+  if test_stage "$stage"; then result=passed; else result=FAILED; fi
+  summary+=("$(printf '%-6s %-7s %s (build %d s, tests %d s)' "$stage" "$result" \
+    "$(closing_line "$stage")" "$built" $((SECONDS - start - built)))")
+  [[ $result == passed ]]
+}
+
+stages=("$@")
+((${#stages[@]} > 0)) || stages=("${all_stages[@]}")
+for stage in "${stages[@]}"; do
+  [[ " ${all_stages[*]} " == *" $stage "* ]] || fail "no stage \"$stage\"; there are: ${all_stages[*]}"
+done
+
+step "Packages"
+install_packages "${emf_test_packages[@]}" || fail "the packages could not be installed"
+cd "$root" || exit 1
+for stage in "${stages[@]}"; do
+  run_stage "$stage" || failures=$((failures + 1))
+done
+
+step "Summary"
+printf '%s\n' "${summary[@]}"
+((failures == 0))
