@@ -40,9 +40,12 @@ class Reader {
   void addQuery(const Command& command);
   void addHostCommand(const std::string& path, const std::string& help, Action action);
 
+  std::string unknownWords() const;
+
   CLI::App app_{kDescription, "ormaagent"};
   std::map<std::string, CLI::App*> groups_;
   Invocation invocation_;
+  std::string format_ = "table";
   int logLevel_ = 0;
   std::string values_[Command::kMaxParameters];
 };
@@ -51,6 +54,21 @@ std::string defaultConfigFile() {
   const char* fromEnvironment = std::getenv("ORMAAGENT_CONFIG");
   return fromEnvironment != nullptr && *fromEnvironment != '\0' ? fromEnvironment
                                                                 : "./ormaagent.json";
+}
+
+struct FormatWord {
+  const char* word;
+  Format format;
+};
+
+constexpr FormatWord kFormats[] = {
+    {"table", Format::kTable}, {"json", Format::kJson}, {"csv", Format::kCsv}};
+
+std::optional<Format> findFormat(const std::string& word) {
+  for (const FormatWord& row : kFormats) {
+    if (word == row.word) return row.format;
+  }
+  return std::nullopt;
 }
 
 CLI::Validator validatorOf(ArgumentType type) {
@@ -64,24 +82,23 @@ CLI::Validator validatorOf(ArgumentType type) {
 Reader::Reader() {
   invocation_.configFile = defaultConfigFile();
   app_.set_version_flag("--version", "ormaagent " EMF_VERSION);
-  app_.footer(kFooter);
   app_.require_subcommand(1);
   app_.add_option("--config", invocation_.configFile,
                   "Configuration file (default: $ORMAAGENT_CONFIG, else ./ormaagent.json)")
       ->type_name("FILE");
-  app_.add_option("--format", invocation_.format, "Form of the answer: table, json or csv")
-      ->transform(CLI::CheckedTransformer(
-          std::map<std::string, Format>{
-              {"table", Format::kTable}, {"json", Format::kJson}, {"csv", Format::kCsv}},
-          CLI::ignore_case))
+  app_.add_option("--format", format_, "Form of the answer: table, json or csv [table]")
+      ->check(CLI::Validator(
+          [](std::string& word) { return findFormat(word) ? "" : "must be table, json or csv"; },
+          ""))
       ->type_name("FORMAT");
   app_.add_option("--log-level", logLevel_, "Highest level that is logged; overrides log.level")
-      ->check(CLI::Range(0, 9))
+      ->check(CLI::Range(0, 9).description(""))
       ->type_name("N");
   for (const Command& command : commands()) addQuery(command);
   addHostCommand("serve", "Keep the services loaded until SIGINT or SIGTERM", Action::kServe);
   addHostCommand("config check", "Check the configuration file; no service is started",
                  Action::kCheckConfiguration);
+  app_.footer(kFooter);  // last: commands inherit what stands before them
 }
 
 CLI::App* Reader::addCommand(const std::string& path, const std::string& help) {
@@ -123,15 +140,25 @@ void Reader::addHostCommand(const std::string& path, const std::string& help, Ac
   addCommand(path, help)->callback([this, action] { invocation_.action = action; });
 }
 
+// CLI11 only says that a command is missing where a wrong one was given.
+std::string Reader::unknownWords() const {
+  std::string words;
+  for (const std::string& word : app_.remaining(true)) words += " " + word;
+  return words.empty() ? "" : "not known:" + words + "\n";
+}
+
 ParsedCommandLine Reader::read(int argc, const char* const* argv) {
   try {
     app_.parse(argc, argv);
   } catch (const CLI::ParseError& stop) {
     std::ostringstream answer;
     std::ostringstream message;
+    const bool missing = dynamic_cast<const CLI::RequiredError*>(&stop) != nullptr;
+    if (missing) message << unknownWords();
     const bool asked = app_.exit(stop, answer, message) == 0;
     return Finished{asked ? kExitSucceeded : kExitUsage, answer.str(), message.str()};
   }
+  invocation_.format = *findFormat(format_);
   if (app_.count("--log-level") > 0) invocation_.logLevel = logLevel_;
   invocation_.arguments =
       Arguments(std::vector<std::string>(std::begin(values_), std::end(values_)));

@@ -1,0 +1,156 @@
+#include "answer_format.h"
+
+#include <gtest/gtest.h>
+#include <json/reader.h>
+
+#include <limits>
+#include <memory>
+
+namespace ormaagent {
+namespace {
+
+struct Place {
+  std::int64_t id;
+  std::string name;
+};
+
+constexpr Column<Place> kPlace[] = {
+    {"id", [](const Place& place) -> Value { return place.id; }},
+    {"name", [](const Place& place) -> Value { return place.name; }},
+};
+
+Answer places(std::vector<Place> list, std::int64_t result = 0) {
+  return answerOf(result, kPlace, list);
+}
+
+std::string table(const Answer& answer, CharacterSet set = CharacterSet::kUtf8) {
+  return formatAnswer(answer, Format::kTable, set);
+}
+std::string json(const Answer& answer) {
+  return formatAnswer(answer, Format::kJson, CharacterSet::kUtf8);
+}
+std::string csv(const Answer& answer, CharacterSet set = CharacterSet::kUtf8) {
+  return formatAnswer(answer, Format::kCsv, set);
+}
+
+Json::Value parsed(const std::string& document) {
+  Json::CharReaderBuilder builder;
+  Json::CharReaderBuilder::strictMode(&builder.settings_);
+  const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+  Json::Value root;
+  std::string errors;
+  EXPECT_TRUE(reader->parse(document.data(), document.data() + document.size(), &root, &errors))
+      << errors << document;
+  return root;
+}
+
+TEST(Table, ColumnsFitTheirWidestTextAndNumbersStandToTheRight) {
+  EXPECT_EQ(table(places({{2, "core-1"}, {1000, "核心"}})),
+            "  id  name\n"
+            "----  ------\n"
+            "   2  core-1\n"
+            "1000  核心\n");
+}
+
+struct TextFirst {
+  std::string name;
+  std::int64_t id;
+};
+
+TEST(Table, WideCharactersKeepTheNextColumnAligned) {
+  constexpr Column<TextFirst> kColumns[] = {
+      {"name", [](const TextFirst& row) -> Value { return row.name; }},
+      {"id", [](const TextFirst& row) -> Value { return row.id; }},
+  };
+  const std::vector<TextFirst> rows = {{"核心", 1}, {"Zürich", 22}};
+  EXPECT_EQ(table(answerOf(0, kColumns, rows)),
+            "name    id\n"
+            "------  --\n"
+            "核心     1\n"
+            "Zürich  22\n");
+}
+
+TEST(Table, WithoutRecordsTheHeadStays) {
+  EXPECT_EQ(table(places({})),
+            "id  name\n"
+            "--  ----\n");
+}
+
+TEST(Table, BlanksAtTheEndOfTheLastTextStay) {
+  EXPECT_EQ(table(places({{1, "A  B  "}})),
+            "id  name\n"
+            "--  ------\n"
+            " 1  A  B  \n");
+}
+
+TEST(Table, ControlsAreEscaped) {
+  EXPECT_EQ(table(places({{1, "a\x1b[2J\nb"}})),
+            "id  name\n"
+            "--  -------------\n"
+            " 1  a\\x1B[2J\\x0Ab\n");
+}
+
+TEST(Table, TextsInTheAgentsCharacterSetGoOutAsBytes) {
+  EXPECT_EQ(table(places({{1, "\xba\xcb\xd0\xc4"}}), CharacterSet::kGbk),
+            "id  name\n"
+            "--  ----\n"
+            " 1  \xba\xcb\xd0\xc4\n");
+}
+
+TEST(JsonDocument, HoldsResultAndRecordsInTheirOrder) {
+  EXPECT_EQ(json(places({{2, "core-1"}, {3, "核心"}}, 7)),
+            "{\"result\": 7, \"records\": [\n"
+            "  {\"id\": 2, \"name\": \"core-1\"},\n"
+            "  {\"id\": 3, \"name\": \"核心\"}\n"
+            "]}\n");
+  EXPECT_EQ(json(places({}, -1)), "{\"result\": -1, \"records\": []}\n");
+}
+
+TEST(JsonDocument, EveryByteComesBackOrIsEscaped) {
+  std::string all;
+  for (int byte = 0; byte < 0x80; ++byte) all += static_cast<char>(byte);
+  all += "\u0085\u009b\u00a0é核\U0001F600";
+  EXPECT_EQ(parsed(json(places({{1, all}})))["records"][0]["name"].asString(), all);
+}
+
+TEST(JsonDocument, TextsThatAreNoUtf8StayReadable) {
+  const std::string document = json(places({{1, "\xba\xcb-1"}}));
+  EXPECT_NE(document.find("\"\\\\xBA\\\\xCB-1\""), std::string::npos) << document;
+  EXPECT_EQ(parsed(document)["records"][0]["name"].asString(), "\\xBA\\xCB-1");
+}
+
+TEST(JsonDocument, HoldsNothingThatATerminalActsOn) {
+  const std::string document = json(places({{1, "\x1b\x7f\u009b"}}));
+  EXPECT_NE(document.find("\"\\u001B\\u007F\\u009B\""), std::string::npos) << document;
+}
+
+TEST(JsonDocument, NumbersKeepTheirWholeRange) {
+  Answer answer = places({{std::numeric_limits<std::int64_t>::min(), ""}});
+  answer.fields.push_back("code");
+  answer.records[0].push_back(std::numeric_limits<std::uint64_t>::max());
+  EXPECT_EQ(json(answer),
+            "{\"result\": 0, \"records\": [\n"
+            "  {\"id\": -9223372036854775808, \"name\": \"\", \"code\": 18446744073709551615}\n"
+            "]}\n");
+}
+
+TEST(Csv, HasAHeadAndLinesAfterTheStandard) {
+  EXPECT_EQ(csv(places({{2, "core-1"}, {3, "核心"}})), "id,name\r\n2,core-1\r\n3,核心\r\n");
+  EXPECT_EQ(csv(places({})), "id,name\r\n");
+}
+
+TEST(Csv, SeparatorsAndQuotesAreQuoted) {
+  EXPECT_EQ(csv(places({{2, "a,b"}, {3, "say \"x\""}})),
+            "id,name\r\n2,\"a,b\"\r\n3,\"say \"\"x\"\"\"\r\n");
+}
+
+TEST(Csv, LineBreaksAndControlsAreEscaped) {
+  EXPECT_EQ(csv(places({{2, "a\r\nb\x1b"}})), "id,name\r\n2,a\\x0D\\x0Ab\\x1B\r\n");
+}
+
+TEST(Csv, TextsInTheAgentsCharacterSetGoOutAsBytes) {
+  EXPECT_EQ(csv(places({{1, "Z\xfcrich"}}), CharacterSet::kLatin1), "id,name\r\n1,Z\xfcrich\r\n");
+}
+
+}  // namespace
+}  // namespace ormaagent

@@ -1,0 +1,147 @@
+#include "command_line.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace ormaagent {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+ParsedCommandLine parse(std::vector<const char*> words) {
+  words.insert(words.begin(), "ormaagent");
+  return parseCommandLine(static_cast<int>(words.size()), words.data());
+}
+
+Invocation invocation(const std::vector<const char*>& words) {
+  const ParsedCommandLine parsed = parse(words);
+  if (const auto* finished = std::get_if<Finished>(&parsed)) {
+    ADD_FAILURE() << finished->message;
+    return {};
+  }
+  return std::get<Invocation>(parsed);
+}
+
+Finished finished(const std::vector<const char*>& words) {
+  const ParsedCommandLine parsed = parse(words);
+  if (const auto* found = std::get_if<Finished>(&parsed)) return *found;
+  ADD_FAILURE() << "the command line was taken";
+  return {};
+}
+
+// Wrong usage: status 2, nothing for standard output, and a message that holds `words`.
+void expectUsage(const std::vector<const char*>& line, const std::string& words) {
+  const Finished result = finished(line);
+  EXPECT_EQ(result.status, 2);
+  EXPECT_THAT(result.answer, IsEmpty());
+  EXPECT_THAT(result.message, HasSubstr(words));
+}
+
+class CommandLine : public testing::Test {
+ protected:
+  CommandLine() { ::unsetenv("ORMAAGENT_CONFIG"); }
+  ~CommandLine() override { ::unsetenv("ORMAAGENT_CONFIG"); }
+};
+
+TEST_F(CommandLine, GroupAndWordFindTheirRow) {
+  const Invocation found = invocation({"topo", "device", "12"});
+  EXPECT_EQ(found.action, Action::kQuery);
+  ASSERT_NE(found.command, nullptr);
+  EXPECT_STREQ(found.command->path, "topo device");
+  EXPECT_EQ(found.arguments.text(0), "12");
+  EXPECT_EQ(found.format, Format::kTable);
+  EXPECT_EQ(found.logLevel, std::nullopt);
+}
+
+TEST_F(CommandLine, EveryRowIsReached) {
+  for (const Command& command : commands()) {
+    const std::string path = command.path;
+    const auto blank = path.find(' ');
+    const std::string first = path.substr(0, blank);
+    const std::string second = blank == std::string::npos ? "" : path.substr(blank + 1);
+    std::vector<const char*> words = {first.c_str()};
+    if (!second.empty()) words.push_back(second.c_str());
+    if (command.parameters[0].name != nullptr) words.push_back("12");
+    EXPECT_STREQ(invocation(words).command->path, command.path);
+  }
+}
+
+TEST_F(CommandLine, GlobalOptionsStandAnywhere) {
+  for (const auto& words : std::vector<std::vector<const char*>>{
+           {"--format", "json", "--config", "a.json", "--log-level", "3", "topo", "devices"},
+           {"topo", "--config=a.json", "devices", "--format=json", "--log-level=3"}}) {
+    const Invocation found = invocation(words);
+    EXPECT_EQ(found.format, Format::kJson);
+    EXPECT_EQ(found.configFile, "a.json");
+    EXPECT_EQ(found.logLevel, 3);
+  }
+}
+
+TEST_F(CommandLine, TheConfigurationComesFromOptionEnvironmentOrHere) {
+  EXPECT_EQ(invocation({"serve"}).configFile, "./ormaagent.json");
+  ::setenv("ORMAAGENT_CONFIG", "/etc/agent.json", 1);
+  EXPECT_EQ(invocation({"serve"}).configFile, "/etc/agent.json");
+  EXPECT_EQ(invocation({"--config", "mine.json", "serve"}).configFile, "mine.json");
+  ::setenv("ORMAAGENT_CONFIG", "", 1);
+  EXPECT_EQ(invocation({"serve"}).configFile, "./ormaagent.json");
+}
+
+TEST_F(CommandLine, HostCommandsHaveNoRow) {
+  EXPECT_EQ(invocation({"serve"}).action, Action::kServe);
+  EXPECT_EQ(invocation({"config", "check"}).action, Action::kCheckConfiguration);
+}
+
+TEST_F(CommandLine, ANegativeNumberIsAnArgument) {
+  EXPECT_EQ(invocation({"topo", "device", "-12"}).arguments.text(0), "-12");
+  EXPECT_EQ(invocation({"cache", "name", "--", "-core"}).arguments.text(0), "-core");
+}
+
+TEST_F(CommandLine, WrongUsageSaysWhatWouldBeRight) {
+  expectUsage({}, "subcommand is required");
+  expectUsage({"topo"}, "subcommand is required");
+  expectUsage({"nothing"}, "not known: nothing");
+  expectUsage({"topo", "nothing", "12"}, "not known: nothing 12");
+  expectUsage({"topo", "device"}, "ID is required");
+  expectUsage({"topo", "device", "12", "13"}, "13");
+  expectUsage({"topo", "device", "twelve"}, "ID: must be a whole number from -9223372036854775808");
+  expectUsage({"topo", "version", "2147483648"}, "to 2147483647");
+  expectUsage({"res", "fdn", "-1"}, "from 0 to 4294967295");
+  expectUsage({"error-text", "0xZ"}, "hexadecimal");
+  expectUsage({"--format", "xml", "serve"}, "--format: must be table, json or csv");
+  expectUsage({"--log-level", "10", "serve"}, "--log-level");
+  expectUsage({"--config"}, "--config");
+}
+
+TEST_F(CommandLine, HelpGoesToStandardOutputWithExamples) {
+  const Finished help = finished({"--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_THAT(help.message, IsEmpty());
+  EXPECT_THAT(help.answer, HasSubstr("ormaagent --config agent.json topo devices"));
+  for (const char* word : {"topo", "cache", "res", "error-text", "serve", "config"}) {
+    EXPECT_THAT(help.answer, HasSubstr(std::string("\n  ") + word + " "));
+  }
+}
+
+TEST_F(CommandLine, EachCommandHelpsWithItsArgumentsAndAnExample) {
+  const Finished help = finished({"topo", "device", "--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_THAT(help.answer, HasSubstr("One device from the database"));
+  EXPECT_THAT(help.answer, HasSubstr("device id, cut to 32 bits"));
+  EXPECT_THAT(help.answer, HasSubstr("Example: ormaagent topo device 12"));
+}
+
+TEST_F(CommandLine, VersionIsOneLine) {
+  const Finished version = finished({"--version"});
+  EXPECT_EQ(version.status, 0);
+  EXPECT_THAT(version.answer, StartsWith("ormaagent 1."));
+  EXPECT_EQ(version.answer.find('\n'), version.answer.size() - 1);
+}
+
+}  // namespace
+}  // namespace ormaagent

@@ -1,0 +1,62 @@
+#include "command.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <string>
+
+namespace ormaagent {
+namespace {
+
+TEST(Commands, EveryRowIsWhole) {
+  std::set<std::string> paths;
+  for (const Command& command : commands()) {
+    SCOPED_TRACE(command.path);
+    EXPECT_TRUE(paths.insert(command.path).second);
+    EXPECT_STRNE(command.help, "");
+    EXPECT_NE(command.operation, nullptr);
+    for (const Parameter& parameter : command.parameters) {
+      if (parameter.name == nullptr) break;
+      EXPECT_STRNE(parameter.help, "");
+      EXPECT_STRNE(describe(parameter.type), "");
+    }
+  }
+}
+
+TEST(Commands, EveryExampleIsTaken) {
+  for (const Command& command : commands()) {
+    SCOPED_TRACE(command.path);
+    const bool takesArguments = command.parameters[0].name != nullptr;
+    EXPECT_EQ(*command.example != '\0', takesArguments);
+    if (takesArguments) {
+      EXPECT_TRUE(accepts(command.parameters[0].type, command.example));
+    }
+  }
+}
+
+TEST(Commands, EveryGroupHasARow) {
+  for (const Command& command : commands()) {
+    const std::string path = command.path;
+    const auto blank = path.find(' ');
+    if (blank == std::string::npos) continue;
+    const auto& groups = commandGroups();
+    EXPECT_TRUE(std::any_of(groups.begin(), groups.end(), [&](const CommandGroup& group) {
+      return path.substr(0, blank) == group.name;
+    })) << path;
+  }
+}
+
+TEST(Commands, ResultsAreJudgedByTheirRule) {
+  EXPECT_TRUE(succeeded(ResultRule::kZeroSucceeds, 0));
+  EXPECT_FALSE(succeeded(ResultRule::kZeroSucceeds, 1));
+  EXPECT_FALSE(succeeded(ResultRule::kZeroSucceeds, -1));
+  EXPECT_TRUE(succeeded(ResultRule::kOneIsFound, 1));
+  EXPECT_FALSE(succeeded(ResultRule::kOneIsFound, 0));
+  EXPECT_TRUE(succeeded(ResultRule::kNegativeFails, 5));
+  EXPECT_TRUE(succeeded(ResultRule::kNegativeFails, 0));
+  EXPECT_FALSE(succeeded(ResultRule::kNegativeFails, -1));
+}
+
+}  // namespace
+}  // namespace ormaagent
