@@ -40,5 +40,14 @@ function(emf_add_test name)
   emf_count_test(${name} ${arg_LABELS})
   include(GoogleTest)
   gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-    PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "${arg_ENVIRONMENT}")
+    TEST_LIST ${name}_cases)
+  # gtest_discover_tests takes lists in PROPERTIES apart, so that only a first label would count.
+  set(properties_file ${CMAKE_CURRENT_BINARY_DIR}/${name}_properties.cmake)
+  file(CONFIGURE OUTPUT ${properties_file} @ONLY CONTENT [[
+if(@name@_cases)
+  set_tests_properties(${@name@_cases} PROPERTIES
+    LABELS "@arg_LABELS@" TIMEOUT @arg_TIMEOUT@ ENVIRONMENT "@arg_ENVIRONMENT@")
+endif()
+]])
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${properties_file})
 endfunction()
