@@ -3,7 +3,7 @@
 
 #include <cerrno>
 #include <cstring>
-#include <optional>
+#include <stdexcept>
 
 #include "connection.h"
 
@@ -17,10 +17,18 @@ struct FileIdentity {
   ino_t inode;
 };
 
-std::optional<FileIdentity> identityOf(const std::string& file) {
+// Throws std::runtime_error with the reason when there is no such file.
+FileIdentity identityOf(const std::string& file) {
   struct stat status {};
-  if (stat(file.c_str(), &status) != 0) return std::nullopt;
-  return FileIdentity{status.st_dev, status.st_ino};
+  if (stat(file.c_str(), &status) != 0) throw std::runtime_error(std::strerror(errno));
+  if (!S_ISREG(status.st_mode)) throw std::runtime_error("it is no regular file");
+  return {status.st_dev, status.st_ino};
+}
+
+bool isStillThere(const std::string& file, const FileIdentity& identity) {
+  struct stat status {};
+  return stat(file.c_str(), &status) == 0 && status.st_dev == identity.device &&
+         status.st_ino == identity.inode;
 }
 
 class SqliteRowReader : public RowReader {
@@ -82,10 +90,7 @@ class SqliteConnection : public Connection {
     api::sqlite3_busy_timeout(backend->conn_, static_cast<int>(settings.lockWait.count()));
   }
 
-  bool isStale() const override {
-    const auto now = identityOf(settings().target);
-    return !now || now->device != identity_.device || now->inode != identity_.inode;
-  }
+  bool isStale() const override { return !isStillThere(settings().target, identity_); }
 
   bool isLost() override { return isStale(); }
 
@@ -107,9 +112,8 @@ std::shared_ptr<Connection> openSqlite(const ConnectionSettings& settings) {
         "the path holds a double quote, which the database library cannot take");
   }
   // Before the file is opened: should it be replaced in between, the connection counts as stale.
-  const auto identity = identityOf(settings.target);
-  if (!identity) throw std::runtime_error(std::strerror(errno));
-  return std::make_shared<SqliteConnection>(settings, *identity);
+  const FileIdentity identity = identityOf(settings.target);
+  return std::make_shared<SqliteConnection>(settings, identity);
 }
 
 }  // namespace dao

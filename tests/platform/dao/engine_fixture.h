@@ -1,0 +1,62 @@
+// What the tests of data access have in common: a temporary directory, the configuration and the
+// log as it was written.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "orma/dao/emf_comm_db_engine.h"
+
+namespace dao::test {
+
+class TemporaryDirectory {
+ public:
+  TemporaryDirectory();
+  ~TemporaryDirectory();
+  TemporaryDirectory(const TemporaryDirectory&) = delete;
+  TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+  const std::string& path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+struct LoggedLine {
+  std::string level;
+  std::string file;
+  std::string function;
+  std::string text;
+
+  friend bool operator==(const LoggedLine& a, const LoggedLine& b) {
+    return a.level == b.level && a.file == b.file && a.function == b.function && a.text == b.text;
+  }
+  friend std::ostream& operator<<(std::ostream& out, const LoggedLine& line) {
+    return out << line.level << " " << line.file << " " << line.function << " " << line.text;
+  }
+};
+
+// Starts with a log in a file of its own and no database configured; ends with the engine gone.
+class EngineTest : public ::testing::Test {
+ protected:
+  EngineTest();
+  ~EngineTest() override;
+
+  void configure(const std::string& connection, int busyTimeoutMs = 5000);
+  // A path of this name in the test's own directory.
+  std::string file(const std::string& name) const { return directory_.path() + "/" + name; }
+  CEmfCommDBEngine& engine() const {
+    return *CEmfCommDBEngine::Instance(CEmfCommDBEngine::GetModuleName());
+  }
+  // The lines written at the error level since the test began.
+  std::vector<LoggedLine> loggedErrors() const;
+  // The texts of them.
+  std::vector<std::string> loggedTexts() const;
+
+ private:
+  TemporaryDirectory directory_;
+};
+
+}  // namespace dao::test
