@@ -38,24 +38,40 @@ void BundleDouble::reset() {
   bundles_.clear();
   services_.clear();
   questions_.clear();
+  onQuestion_ = nullptr;
+}
+
+void BundleDouble::onQuestion(std::function<void(const std::string&)> hook) {
+  std::lock_guard lock(mutex_);
+  onQuestion_ = std::move(hook);
+}
+
+void BundleDouble::noteQuestion(const std::string& question) {
+  std::function<void(const std::string&)> hook;
+  {
+    std::lock_guard lock(mutex_);
+    questions_.push_back(question);
+    hook = onQuestion_;
+  }
+  if (hook) hook(question);
 }
 
 void BundleDouble::list(std::list<NS_BUNDLEMGR1::Bundle*>& bundles) {
+  noteQuestion("GetBundles");
   std::lock_guard lock(mutex_);
-  questions_.push_back("GetBundles");
   bundles.clear();
   for (const auto& bundle : bundles_) bundles.push_back(bundle.get());
 }
 
 NS_BUNDLEMGR1::Bundle* BundleDouble::find(const std::string& name) {
+  noteQuestion("FindBundle " + name);
   std::lock_guard lock(mutex_);
-  questions_.push_back("FindBundle " + name);
   return findLocked(name);
 }
 
 Services BundleDouble::servicesOf(const std::string& bundle) {
+  noteQuestion("GetServices " + bundle);
   std::lock_guard lock(mutex_);
-  questions_.push_back("GetServices " + bundle);
   return services_[bundle];
 }
 

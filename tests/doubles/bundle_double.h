@@ -7,6 +7,7 @@
 // Thread-safety: thread-safe.
 #pragma once
 
+#include <functional>
 #include <list>
 #include <map>
 #include <memory>
@@ -31,6 +32,8 @@ class BundleDouble {
   // What the listing and finding operations were asked, as "GetBundles", "FindBundle b" and
   // "GetServices b".
   std::vector<std::string> questions() const;
+  // Runs at each question, with the question, before it is answered; without a lock of this double.
+  void onQuestion(std::function<void(const std::string&)> hook);
   void reset();
 
   void list(std::list<NS_BUNDLEMGR1::Bundle*>& bundles);
@@ -39,11 +42,13 @@ class BundleDouble {
 
  private:
   NS_BUNDLEMGR1::Bundle* findLocked(const std::string& name) const;
+  void noteQuestion(const std::string& question);
 
   mutable std::mutex mutex_;
   std::list<std::unique_ptr<NS_BUNDLEMGR1::Bundle>> bundles_;
   std::map<std::string, Services> services_;
   std::vector<std::string> questions_;
+  std::function<void(const std::string&)> onQuestion_;
 };
 
 struct ProxyLine {

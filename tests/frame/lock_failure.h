@@ -1,0 +1,18 @@
+// Makes ACE's mutex lock calls of this thread fail. For programs that are linked with
+// --wrap=_ZN6ACE_OS10mutex_lockEP15pthread_mutex_t.
+//
+//   FailingLocks failing;        // every lock call from here to the end of the scope
+//   FailingLocks failing(1);     // all but the first
+#pragma once
+
+namespace emf::test {
+
+class FailingLocks {
+ public:
+  explicit FailingLocks(int granted = 0);
+  FailingLocks(const FailingLocks&) = delete;
+  FailingLocks& operator=(const FailingLocks&) = delete;
+  ~FailingLocks();
+};
+
+}  // namespace emf::test
