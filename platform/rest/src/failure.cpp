@@ -11,9 +11,11 @@ struct CurlRow {
   CURLcode code;
   std::string_view check;
 };
-constexpr std::string_view kBroken = "the service's own log: it broke the connection off";
+constexpr std::string_view kBroken =
+    "the service's own log: it broke the connection off; over TLS it may ask for a client "
+    "certificate (rest.tls.certFile)";
 constexpr std::string_view kNotHttp = "that rest.baseUrl names an HTTP service";
-constexpr std::array<CurlRow, 17> kCurlRows = {{
+constexpr std::array<CurlRow, 18> kCurlRows = {{
     {CURLE_UNSUPPORTED_PROTOCOL, kNotHttp},
     {CURLE_WEIRD_SERVER_REPLY, kNotHttp},
     {CURLE_URL_MALFORMAT, "rest.baseUrl"},
@@ -32,6 +34,7 @@ constexpr std::array<CurlRow, 17> kCurlRows = {{
     {CURLE_SSL_CACERT_BADFILE, "that rest.tls.caFile names a readable PEM file"},
     {CURLE_SSL_CERTPROBLEM,
      "that rest.tls.certFile and rest.tls.keyFile name a matching PEM certificate and key"},
+    {CURLE_SSL_CLIENTCERT, "rest.tls.certFile: the service asks for a client certificate"},
     {CURLE_SSL_CONNECT_ERROR,
      "that the service speaks TLS at this address, and whether it asks for a client certificate "
      "(rest.tls.certFile)"},

@@ -52,8 +52,9 @@ bool readAnswer(Connection& connection, const std::string& address, Json::Value&
     case JsonOutcome::Refused:
       break;
   }
-  failure = {"the answer (" + connection.describeAnswer() + ") is not usable JSON: " + reason,
-             "that rest.baseUrl names the service itself and no page of another one"};
+  failure = {
+      "the answer (" + connection.describeAnswer() + ") is not usable JSON: " + printable(reason),
+      "that rest.baseUrl names the service itself and no page of another one"};
   return false;
 }
 

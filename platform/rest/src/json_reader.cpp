@@ -3,6 +3,7 @@
 #include <json/reader.h>
 #include <simdjson.h>
 
+#include <algorithm>
 #include <new>
 #include <string_view>
 #include <utility>
@@ -118,6 +119,7 @@ JsonOutcome JsonReader::readDocument(std::string& text, Json::Value& value, std:
       throw std::bad_alloc();
     case simdjson::UTF8_ERROR:    // broken texts must not cost the whole answer
     case simdjson::NUMBER_ERROR:  // an integer beyond 64 bits becomes a double, as in jsoncpp
+    case simdjson::STRING_ERROR:  // half of a surrogate pair, from a name that was cut
       return readSlowly(text, start, value, reason);
     case simdjson::DEPTH_ERROR:
       reason = tooDeepReason(maxNesting_);
@@ -151,6 +153,7 @@ JsonOutcome JsonReader::readSlowly(const std::string& text, std::size_t start, J
   const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
   Json::Value built;
   if (!reader->parse(document.data(), document.data() + document.size(), &built, &reason)) {
+    std::replace(reason.begin(), reason.end(), '\n', ' ');
     return JsonOutcome::Refused;
   }
   value.swap(built);

@@ -19,7 +19,7 @@ namespace orma::rest {
 
 enum class JsonOutcome {
   Read,
-  ReadInvalidUtf8,  // read, but texts in it are no valid UTF-8; they are kept byte for byte
+  ReadInvalidUtf8,  // read, though its bytes are no valid UTF-8; texts are kept byte for byte
   Refused,
 };
 

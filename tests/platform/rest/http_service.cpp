@@ -2,17 +2,17 @@
 
 #include <gtest/gtest.h>
 
-HttpService::HttpService(Answer answer)
+HttpService::HttpService(Answer answer, After after)
     : scheme_("http://"), server_(std::make_unique<httplib::Server>()) {
-  start(std::move(answer));
+  start(std::move(answer), after);
 }
 
-HttpService::HttpService(Answer answer, const ServiceTls& tls)
+HttpService::HttpService(Answer answer, const ServiceTls& tls, After after)
     : scheme_("https://"),
       server_(std::make_unique<httplib::SSLServer>(
           tls.certificate.c_str(), tls.key.c_str(),
           tls.clientAuthority.empty() ? nullptr : tls.clientAuthority.c_str())) {
-  start(std::move(answer));
+  start(std::move(answer), after);
 }
 
 HttpService::~HttpService() {
@@ -20,7 +20,7 @@ HttpService::~HttpService() {
   thread_.join();
 }
 
-void HttpService::start(Answer answer) {
+void HttpService::start(Answer answer, After after) {
   const auto handle = [this, answer = std::move(answer)](const httplib::Request& request,
                                                          httplib::Response& response) {
     {
@@ -31,8 +31,9 @@ void HttpService::start(Answer answer) {
     answer(request, response);
   };
   // A kept connection occupies a thread of the server.
-  server_->new_task_queue = [] { return new httplib::ThreadPool(32); };
-  server_->set_keep_alive_max_count(1000000);
+  server_->new_task_queue = [] { return new httplib::ThreadPool(16); };
+  server_->set_keep_alive_max_count(after == After::Keep ? 1000000 : 1);
+  server_->set_keep_alive_timeout(1);
   server_->set_tcp_nodelay(true);
   server_->Get(".*", handle);
   server_->Post(".*", handle);

@@ -21,8 +21,12 @@ class HttpService {
  public:
   using Answer = std::function<void(const httplib::Request&, httplib::Response&)>;
 
-  explicit HttpService(Answer answer);
-  HttpService(Answer answer, const ServiceTls& tls);
+  // What becomes of a connection after an answer. An idle one that is kept holds the service's
+  // end up for a second.
+  enum class After { Close, Keep };
+
+  explicit HttpService(Answer answer, After after = After::Close);
+  HttpService(Answer answer, const ServiceTls& tls, After after = After::Close);
   HttpService(const HttpService&) = delete;
   HttpService& operator=(const HttpService&) = delete;
   ~HttpService();
@@ -36,7 +40,7 @@ class HttpService {
   std::size_t connections() const;
 
  private:
-  void start(Answer answer);
+  void start(Answer answer, After after);
 
   std::string scheme_;
   std::unique_ptr<httplib::Server> server_;
