@@ -74,7 +74,7 @@ CREATE TABLE port (
   UNIQUE (dev_id, frame, slot, card, port)
 );
 
--- Links between two ports. kind: 0 physical, 1 logical, 2 virtual.
+-- Links between two ports. kind: 0 virtual, 105 layer 2, 204 IP.
 CREATE TABLE link (
   link_id   BIGINT PRIMARY KEY,
   name      TEXT NOT NULL,

@@ -12,7 +12,7 @@
 
 #include "orma/dao/cursor_table.h"
 #include "orma/dao/emf_comm_db_engine.h"
-#include "session_pool.h"
+#include "orma/dao/session_pool.h"
 
 namespace dao {
 
