@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "strict_json.h"
+#include "value_builder.h"
 
 namespace orma::rest {
 namespace {
@@ -16,72 +17,6 @@ namespace {
 namespace dom = simdjson::dom;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-// Builds the Json::Value of an element in place. False when it is nested too deep.
-class Builder {
- public:
-  explicit Builder(std::size_t maxNesting) : levelsLeft_(maxNesting) {}
-
-  bool build(dom::element element, Json::Value& out) {
-    switch (element.type()) {
-      case dom::element_type::ARRAY:
-        return buildArray(dom::array(element), out);
-      case dom::element_type::OBJECT:
-        return buildObject(dom::object(element), out);
-      case dom::element_type::STRING:
-        put(text(std::string_view(element)), out);
-        break;
-      case dom::element_type::INT64:
-        put(Json::Value(Json::Int64(std::int64_t(element))), out);
-        break;
-      case dom::element_type::UINT64:
-        put(Json::Value(Json::UInt64(std::uint64_t(element))), out);
-        break;
-      case dom::element_type::DOUBLE:
-        put(Json::Value(double(element)), out);
-        break;
-      case dom::element_type::BOOL:
-        put(Json::Value(bool(element)), out);
-        break;
-      case dom::element_type::NULL_VALUE:
-        put(Json::Value(), out);
-        break;
-    }
-    return true;
-  }
-
- private:
-  static Json::Value text(std::string_view view) {
-    return Json::Value(view.data(), view.data() + view.size());
-  }
-  static void put(Json::Value&& value, Json::Value& out) { out.swapPayload(value); }
-
-  bool buildArray(dom::array array, Json::Value& out) {
-    if (levelsLeft_ == 0) return false;
-    --levelsLeft_;
-    put(Json::Value(Json::arrayValue), out);
-    for (const dom::element element : array) {
-      if (!build(element, out.append(Json::Value()))) return false;
-    }
-    ++levelsLeft_;
-    return true;
-  }
-
-  bool buildObject(dom::object object, Json::Value& out) {
-    if (levelsLeft_ == 0) return false;
-    --levelsLeft_;
-    put(Json::Value(Json::objectValue), out);
-    for (const dom::key_value_pair member : object) {
-      // Of members with one name the last stays.
-      Json::Value& slot = *out.demand(member.key.data(), member.key.data() + member.key.size());
-      if (!build(member.value, slot)) return false;
-    }
-    ++levelsLeft_;
-    return true;
-  }
-
-  std::size_t levelsLeft_;
-};
 
 }  // namespace
 
@@ -132,7 +67,7 @@ JsonOutcome JsonReader::readDocument(std::string& text, Json::Value& value, std:
       return JsonOutcome::Refused;
   }
   Json::Value built;
-  if (!Builder(maxNesting_).build(root, built)) {
+  if (!buildValue(root, maxNesting_, built)) {
     reason = tooDeepReason(maxNesting_);
     return JsonOutcome::Refused;
   }

@@ -90,6 +90,28 @@ TEST(JsonReader, GivesWhatJsoncppGives) {
   }
 }
 
+// Objects that have the names of the object before them are built another way.
+TEST(JsonReader, GivesWhatJsoncppGivesForListsOfAlikeObjects) {
+  for (const char* object :
+       {"{}", R"({"b":1,"a":"x"})", R"({"a":{"y":1},"a":2,"b":3})", R"({"a":1,"b":2,"a":[3]})",
+        R"({"list":[{"x":1,"w":2},{"x":3,"w":4}],"more":{"x":5}})", R"({"":null,"é":-0.0})"}) {
+    const std::string one = object;
+    expectSame("[" + one + "," + one + "," + one + "]");
+    expectSame("[" + one + R"(,{"a":1,"b":2},{"b":2,"a":1},{"b":3},{"b":4},7,{"b":5},)" + one +
+               "," + one + "]");
+  }
+}
+
+TEST(JsonReader, GivesWhatJsoncppGivesForObjectsOfAnySize) {
+  std::string members;
+  for (int size = 1; size <= 100; ++size) {
+    members += (size == 1 ? "\"m" : ",\"m") + std::to_string(size * 37 % 101) +
+               "\":" + std::to_string(size);
+    const std::string object = "{" + members + "}";
+    expectSame("[" + object + "," + object + "," + object + "]");
+  }
+}
+
 TEST(JsonReader, TakesHalfSurrogatePairsAsJsoncppDoes) {
   expectSame(R"("a\udc00b")");
   expectSame(R"("a\ud800\u0041b")");
@@ -244,6 +266,9 @@ TEST(JsonReader, NestingUpToTheLimitIsRead) {
   }
   EXPECT_EQ(read(R"({"a":{"b":{}}})", 2).outcome, JsonOutcome::Refused);
   EXPECT_EQ(read(R"([{"a":[]},[[]],{"b":{}}])", 3).outcome, JsonOutcome::Read);
+  EXPECT_EQ(read(R"([{"a":1},{"a":2},{"a":[]}])", 3).outcome, JsonOutcome::Read);
+  EXPECT_EQ(read(R"([{"a":1},{"a":2},{"a":[[]]}])", 3).outcome, JsonOutcome::Refused);
+  EXPECT_EQ(read(R"([{"a":1},{"a":2}])", 1).outcome, JsonOutcome::Refused);
 }
 
 TEST(JsonReader, NestingOf100000IsRefused) {
