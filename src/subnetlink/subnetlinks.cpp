@@ -116,12 +116,10 @@ void SubnetLinks::resolveCycle(std::size_t first) {
   for (std::size_t place : cycle) labels.push_back(std::move(subnets_[place].text));
   const bool named = std::any_of(labels.begin(), labels.end(),
                                  [](const std::string& label) { return !label.empty(); });
-  const std::size_t earliest = *std::min_element(cycle.begin(), cycle.end());
   for (std::size_t member = 0; member < cycle.size(); ++member) {
     Subnet& subnet = subnets_[cycle[member]];
     subnet.text = named ? linkInCycle(labels, member) : std::string();
     subnet.end = End::kCycle;
-    subnet.earliest = earliest;
     subnet.state = State::kResolved;
   }
 }

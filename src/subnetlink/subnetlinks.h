@@ -7,8 +7,8 @@
 // Every subnet is read once and its link joined once, whatever the order of the list. The links,
 // and what is traced in which order, are those of a walk from each subnet, in list order, up to
 // the first subnet that has its link already, to a root, or to a parent that is not in the list.
-// In a cycle each walk ends where it would meet a subnet again, so that each link there names every
-// subnet of the cycle once.
+// In a cycle a walk ends where it would meet a subnet again; once on a cycle it goes all the way
+// round, past finished links too, so that each link names every subnet of the cycle once.
 //
 // Thread-safety: thread-compatible. What reading the list raises goes through; `links` then holds
 // the subnets whose turn was over.
@@ -47,7 +47,7 @@ class SubnetLinks {
     End end = End::kComplete;
     std::size_t parent = 0;    // its own place: nothing above
     std::size_t endAt = 0;     // place of the chain's last subnet; the one met again in a cycle
-    std::size_t earliest = 0;  // lowest place in the chain, this one included
+    std::size_t earliest = 0;  // lowest place in the chain from here to its end or to a cycle
     std::string text;          // the label, then the link until its turn comes
   };
 

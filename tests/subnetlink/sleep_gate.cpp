@@ -1,0 +1,52 @@
+#include "sleep_gate.h"
+
+namespace emf::test {
+
+void SleepGate::close() {
+  std::lock_guard lock(mutex_);
+  open_ = false;
+  wakes_ = 0;
+  lengths_.clear();
+}
+
+void SleepGate::wake() {
+  std::lock_guard lock(mutex_);
+  ++wakes_;
+  changed_.notify_all();
+}
+
+void SleepGate::open() {
+  std::lock_guard lock(mutex_);
+  open_ = true;
+  changed_.notify_all();
+}
+
+void SleepGate::awaitSleeps(std::size_t count) {
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [&] { return lengths_.size() >= count; });
+}
+
+std::vector<long> SleepGate::lengths() const {
+  std::lock_guard lock(mutex_);
+  return lengths_;
+}
+
+void SleepGate::sleep(const timespec& length) {
+  std::unique_lock lock(mutex_);
+  lengths_.push_back(length.tv_nsec == 0 ? static_cast<long>(length.tv_sec) : -1);
+  const std::size_t own = lengths_.size();
+  changed_.notify_all();
+  changed_.wait(lock, [&] { return open_ || wakes_ >= own; });
+}
+
+SleepGate& sleepGate() {
+  static SleepGate gate;
+  return gate;
+}
+
+}  // namespace emf::test
+
+extern "C" int __wrap_nanosleep(const timespec* length, timespec*) {
+  emf::test::sleepGate().sleep(*length);
+  return 0;
+}
