@@ -1,0 +1,63 @@
+#include "simulated_network.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <vector>
+
+#include "orma/bundle/configuration.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string makeDirectory() {
+  std::string path = fs::temp_directory_path() / "emf-bench.XXXXXX";
+  if (::mkdtemp(path.data()) == nullptr) throw std::runtime_error("cannot make " + path);
+  return path;
+}
+
+void installConfiguration(const std::string& file) {
+  std::vector<orma::ConfigProblem> problems;
+  auto configuration = orma::Configuration::load(file, problems);
+  if (!configuration)
+    throw std::runtime_error(problems.front().where + ": " + problems.front().what);
+  orma::Configuration::install(std::move(configuration));
+}
+
+}  // namespace
+
+SimulatedNetwork::SimulatedNetwork(int elements) : directory_(makeDirectory()) {
+  try {
+    start(elements);
+  } catch (...) {
+    fs::remove_all(directory_);
+    throw;
+  }
+}
+
+SimulatedNetwork::~SimulatedNetwork() {
+  simulator_->signal(SIGTERM);
+  simulator_->wait();
+  std::error_code ignored;
+  fs::remove_all(directory_, ignored);
+}
+
+void SimulatedNetwork::start(int elements) {
+  const std::string database = directory_ + "/network.db";
+  const std::string configuration = directory_ + "/agent.json";
+  const auto generated = ormasim::testing::run(
+      EMF_ORMASIM,
+      {"generate", "--elements", std::to_string(elements), "--seed", "7", "--db", database});
+  if (generated.status != 0) throw std::runtime_error(generated.errors);
+  simulator_ = std::make_unique<ormasim::testing::Process>(
+      EMF_ORMASIM,
+      std::vector<std::string>{"serve", "--db", database, "--agent-config", configuration});
+  if (simulator_->readLine().empty()) throw std::runtime_error(simulator_->errors());
+  installConfiguration(configuration);
+}
+
+std::string SimulatedNetwork::url(const std::string& path) const {
+  return orma::Configuration::current()->text("rest.baseUrl") + path;
+}

@@ -1,0 +1,31 @@
+// A generated network, served by ormasim on loopback, with the agent's configuration for it
+// installed in this process.
+//
+//   const SimulatedNetwork network(100000);
+//   network.url("/rest/resource/v2/dev-properties")
+//
+// Thread-safety: thread-compatible. The constructor throws std::runtime_error, with what the
+// simulator said, when the network cannot be had.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "process.h"
+
+class SimulatedNetwork {
+ public:
+  explicit SimulatedNetwork(int elements);
+  SimulatedNetwork(const SimulatedNetwork&) = delete;
+  SimulatedNetwork& operator=(const SimulatedNetwork&) = delete;
+  // Stops the simulator and removes its files.
+  ~SimulatedNetwork();
+
+  std::string url(const std::string& path) const;
+
+ private:
+  void start(int elements);
+
+  std::string directory_;
+  std::unique_ptr<ormasim::testing::Process> simulator_;
+};
