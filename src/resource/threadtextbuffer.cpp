@@ -14,7 +14,10 @@ ThreadTextBuffer& ThreadTextBuffer::forThisThread() {
 ThreadTextBuffer::ThreadTextBuffer() {
   void* mapping = ::mmap(nullptr, kBytes, PROT_READ | PROT_WRITE,
                          MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-  if (mapping != MAP_FAILED) bytes_ = static_cast<char*>(mapping);
+  if (mapping == MAP_FAILED) return;
+  // A text takes a small page, also where the system would rather hand out huge ones.
+  ::madvise(mapping, kBytes, MADV_NOHUGEPAGE);
+  bytes_ = static_cast<char*>(mapping);
 }
 
 ThreadTextBuffer::~ThreadTextBuffer() {

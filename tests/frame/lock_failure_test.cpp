@@ -9,6 +9,7 @@
 namespace emf::test {
 namespace {
 
+using emf::doubles::FailingLocks;
 using emf::doubles::platform;
 using emf::doubles::StdoutCapture;
 using ::testing::_;

@@ -22,7 +22,7 @@ int __wrap__ZN6ACE_OS10mutex_lockEP15pthread_mutex_t(pthread_mutex_t* mutex) {
 }
 }
 
-namespace emf::test {
+namespace emf::doubles {
 
 FailingLocks::FailingLocks(int granted) {
   failing = true;
@@ -31,4 +31,4 @@ FailingLocks::FailingLocks(int granted) {
 
 FailingLocks::~FailingLocks() { failing = false; }
 
-}  // namespace emf::test
+}  // namespace emf::doubles
