@@ -34,6 +34,14 @@ std::optional<std::int64_t> exactInteger(std::string_view text) {
 
 }  // namespace
 
+// Not in the header: inlined, the variant's destructor draws false warnings from the compiler at
+// every use.
+CValue::CValue(const CValue&) = default;
+CValue::CValue(CValue&&) noexcept = default;
+CValue& CValue::operator=(const CValue&) = default;
+CValue& CValue::operator=(CValue&&) noexcept = default;
+CValue::~CValue() = default;
+
 std::int64_t CValue::asInteger() const {
   std::optional<std::int64_t> value;
   if (const auto* integer = std::get_if<std::int64_t>(&data_)) value = *integer;

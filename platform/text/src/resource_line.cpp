@@ -9,7 +9,7 @@ constexpr std::string_view kBlanks = " \t\r\n";
 
 std::string_view trimmed(std::string_view text) {
   const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
+  if (first == std::string_view::npos) return text.substr(0, 0);  // never a null pointer
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
@@ -95,7 +95,6 @@ int OrmaGetLine(char* key, char* value, std::FILE* file) {
 void OrmaTrim(char* text) {
   if (text == nullptr) return;
   const std::string_view kept = trimmed(text);
-  const std::size_t length = kept.size();
-  if (length != 0) std::memmove(text, kept.data(), length);
-  text[length] = '\0';
+  std::memmove(text, kept.data(), kept.size());
+  text[kept.size()] = '\0';
 }

@@ -30,6 +30,11 @@ class ORMA_API CValue {
   explicit CValue(double value) : data_(value) {}
   explicit CValue(std::string value) : data_(std::move(value)) {}
   explicit CValue(Bytes value) : data_(std::move(value)) {}
+  CValue(const CValue&);
+  CValue(CValue&&) noexcept;
+  CValue& operator=(const CValue&);
+  CValue& operator=(CValue&&) noexcept;
+  ~CValue();
 
   Type type() const { return static_cast<Type>(data_.index()); }
   bool isEmpty() const { return type() == Type::Empty; }
