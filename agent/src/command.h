@@ -35,6 +35,8 @@ struct Command {
   ResultRule rule;
   Operation operation;
   Parameter parameters[kMaxParameters] = {};  // up to the first without a name
+  // What a failure means where the result is no error number; null: the error number's text.
+  const char* failureText = nullptr;
   // For people, when the operation succeeded without a record; may be null.
   const char* emptyHint = nullptr;
 };

@@ -14,6 +14,9 @@ constexpr CommandGroup kGroups[] = {
     {"config", "The configuration file"},
 };
 
+constexpr char kNoSuchDevice[] = "no such device, or the devices could not be read";
+constexpr char kNoSuchNode[] = "no such node, or it could not be read";
+constexpr char kNoName[] = "the name could not be formed";
 constexpr char kNoDevices[] =
     "no devices: the network has none, or it could not be read; in that case the log above says "
     "why";
@@ -25,6 +28,7 @@ constexpr Command kCommands[] = {
      ResultRule::kZeroSucceeds,
      topoDevices,
      {},
+     nullptr,
      kNoDevices},
     {"topo device",
      "One device from the database",
@@ -49,25 +53,29 @@ constexpr Command kCommands[] = {
      "12",
      ResultRule::kZeroSucceeds,
      topoDeviceOfNode,
-     {{"NODE", Type::kText, "node id"}}},
+     {{"NODE", Type::kText, "node id"}},
+     kNoSuchNode},
     {"cache device",
      "The device with an id",
      "12",
      ResultRule::kOneIsFound,
      cacheDevice,
-     {{"ID", Type::kInt64, "device id"}}},
+     {{"ID", Type::kInt64, "device id"}},
+     kNoSuchDevice},
     {"cache name",
      "Every device of a name",
      "core-1",
      ResultRule::kOneIsFound,
      cacheName,
-     {{"NAME", Type::kText, "device name, in the agent's character set"}}},
+     {{"NAME", Type::kText, "device name, in the agent's character set"}},
+     kNoSuchDevice},
     {"res fdn",
      "The distinguished name of a device id",
      "12",
      ResultRule::kNegativeFails,
      resFdn,
-     {{"ID", Type::kUint32, "device id"}}},
+     {{"ID", Type::kUint32, "device id"}},
+     kNoName},
     {"error-text",
      "The text of an error code",
      "0x411800CC",

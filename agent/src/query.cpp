@@ -12,14 +12,12 @@
 #include "exit_status.h"
 #include "message.h"
 #include "orma/bundle/configuration.h"
+#include "plugin_library.h"
 #include "processexception.h"
 
 namespace ormaagent {
 
 namespace {
-
-constexpr char kBundle[] = "ii_orma_corbaagent_bundle";
-constexpr char kService[] = "ii_ormaiac_emf";
 
 std::string hexadecimal(std::uint32_t code) {
   char text[16];
@@ -49,19 +47,26 @@ std::string typeNameOf(const std::exception& thrown) {
   return name ? name.get() : typeid(thrown).name();
 }
 
-void tellFailure(const Command& command, const Answer& answer) {
-  const std::string subject = std::string(command.path) + " failed: ";
-  if (command.rule == ResultRule::kOneIsFound) {
-    tell(subject + "not found");
-  } else {
-    tell(subject + "result " + numberText(answer.result) + ": " + errorTextOf(answer.result));
+// The command with its arguments, for messages.
+std::string subjectOf(const Invocation& invocation) {
+  std::string subject = invocation.command->path;
+  for (int i = 0; i < Command::kMaxParameters; ++i) {
+    if (invocation.command->parameters[i].name == nullptr) break;
+    subject += " " + invocation.arguments.text(static_cast<std::size_t>(i));
   }
+  return subject;
+}
+
+void tellFailure(const Invocation& invocation, std::int64_t result) {
+  const char* meaning = invocation.command->failureText;
+  tell(subjectOf(invocation) + " failed: " +
+       (meaning != nullptr ? meaning : "error " + numberText(result) + ": " + errorTextOf(result)));
 }
 
 void tellFooter(const Answer& answer, bool success) {
   const std::size_t count = answer.records.size();
   tellLine(std::to_string(count) + (count == 1 ? " record" : " records") + ", result " +
-           numberText(answer.result) + (success ? " (success)" : " (failure)"));
+           numberText(answer.result) + (success ? ": success" : ": failure"));
 }
 
 int report(const Invocation& invocation, const Answer& answer, AnswerOutput& output) {
@@ -69,13 +74,13 @@ int report(const Invocation& invocation, const Answer& answer, AnswerOutput& out
   const bool success = succeeded(command.rule, answer.result);
   const bool written = writeAnswer(answer, invocation.format, output);
   if (invocation.format == Format::kTable) tellFooter(answer, success);
-  if (!success) tellFailure(command, answer);
+  if (!success) tellFailure(invocation, answer.result);
   if (success && answer.records.empty() && command.emptyHint != nullptr) tell(command.emptyHint);
   return success && written ? kExitSucceeded : kExitFailed;
 }
 
 int callOperation(const Invocation& invocation, AnswerOutput& output) {
-  const std::string subject = std::string(invocation.command->path) + ": ";
+  const std::string subject = subjectOf(invocation) + ": ";
   try {
     return report(invocation, invocation.command->operation(invocation.arguments), output);
   } catch (const ServiceMissing& missing) {
@@ -91,6 +96,7 @@ int callOperation(const Invocation& invocation, AnswerOutput& output) {
   } catch (...) {
     tell(subject + "the operation threw something that is no std::exception");
   }
+  tell("'--log-level 3' shows what the operation did before");
   return kExitException;
 }
 
@@ -106,9 +112,9 @@ bool writeAnswer(const Answer& answer, Format format, AnswerOutput& output) {
 
 int runQuery(const Invocation& invocation, ServiceHost& host, AnswerOutput& output) {
   if (!host.start()) return kExitUsage;
-  if (!host.runs(kBundle, kService)) {
-    tell(std::string("the service ") + kService + " of bundle " + kBundle +
-         " is not running; the configuration's \"bundles\" must name it and its library");
+  const std::string fault = pluginFault(host);
+  if (!fault.empty()) {
+    tell(fault);
     return kExitUsage;
   }
   const int status = callOperation(invocation, output);

@@ -57,9 +57,13 @@ bool ServiceHost::runsAny() const {
   return false;
 }
 
-bool ServiceHost::runs(const std::string& bundle, const std::string& service) const {
+NS_BUNDLEMGR1::ServiceObjectBase* ServiceHost::find(const std::string& bundle,
+                                                    const std::string& service) const {
   const Bundle* found = BundleMgr::Instance()->FindBundle(bundle);
-  return found != nullptr && servicesOf(*found).count(service) > 0;
+  if (found == nullptr) return nullptr;
+  const Services services = servicesOf(*found);
+  const auto entry = services.find(service);
+  return entry == services.end() ? nullptr : entry->second;
 }
 
 bool ServiceHost::stop() {

@@ -15,6 +15,10 @@
 
 #include "orma/bundle/configuration.h"
 
+namespace NS_BUNDLEMGR1 {
+class ServiceObjectBase;
+}
+
 namespace ormaagent {
 
 class ServiceHost {
@@ -29,9 +33,10 @@ class ServiceHost {
   // Starts every service. False when one failed and the configuration says to stop then; nothing
   // runs in that case. Blocks in the services.
   bool start();
-  // Whether any service, or the one of that bundle, runs.
   bool runsAny() const;
-  bool runs(const std::string& bundle, const std::string& service) const;
+  // A running service, borrowed until stop; null when it does not run.
+  NS_BUNDLEMGR1::ServiceObjectBase* find(const std::string& bundle,
+                                         const std::string& service) const;
   // Stops every service, waking those of their threads that sleep. False when one reported
   // failure. A second call does nothing.
   bool stop();

@@ -40,7 +40,7 @@ class ServiceHostTest : public testing::Test {
 TEST_F(ServiceHostTest, AServiceWhoseThreadSleepsHalfAnHourStopsInSeconds) {
   ServiceHost host(configuration("\"bundles\": [" + entry("sleeping", "makeSleeping") + "]"));
   ASSERT_TRUE(host.start());
-  ASSERT_TRUE(host.runs("scripted", "sleeping"));
+  ASSERT_NE(host.find("scripted", "sleeping"), nullptr);
   const auto start = std::chrono::steady_clock::now();
   EXPECT_TRUE(host.stop());
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
@@ -59,9 +59,9 @@ TEST_F(ServiceHostTest, AFailedServiceIsToldByNameAndTheOthersGoOn) {
             "ormaagent: service throwing of bundle scripted: the factory \"makeThrowing\" threw: "
             "the scripted factory throws\n");
   EXPECT_TRUE(host.runsAny());
-  EXPECT_TRUE(host.runs("scripted", "good"));
-  EXPECT_FALSE(host.runs("scripted", "refusing"));
-  EXPECT_FALSE(host.runs("other", "good"));
+  EXPECT_NE(host.find("scripted", "good"), nullptr);
+  EXPECT_EQ(host.find("scripted", "refusing"), nullptr);
+  EXPECT_EQ(host.find("other", "good"), nullptr);
 }
 
 TEST_F(ServiceHostTest, TheConfigurationMayAskToStopAtAFailure) {
