@@ -5,6 +5,8 @@
 #include <string_view>
 #include <utility>
 
+#include "member_names.h"
+
 namespace orma::rest {
 namespace {
 
@@ -56,11 +58,18 @@ class ObjectShape {
   }
 
  private:
+  // Copies of the sample share a lasting name, and have a copy of any other.
+  void addMember(std::string_view name) {
+    if (const char* const lasting = lastingName(name)) {
+      sample_[Json::StaticString(lasting)] = Json::Value();
+    } else {
+      sample_.demand(name.data(), name.data() + name.size());
+    }
+  }
+
   void makeSample() {
     sample_ = Json::Value(Json::objectValue);
-    for (std::size_t i = 0; i < count_; ++i) {
-      sample_.demand(names_[i].data(), names_[i].data() + names_[i].size());
-    }
+    for (std::size_t i = 0; i < count_; ++i) addMember(names_[i]);
     std::size_t place = 0;
     for (auto member = sample_.begin(); member != sample_.end(); ++member, ++place) {
       const std::string name = member.name();
