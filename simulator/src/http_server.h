@@ -34,6 +34,7 @@ class HttpServer : private httplib::Server {
  private:
   bool process_and_close_socket(socket_t socket) override;
   void route(RestHandler& handler);
+  void prepareLibrary();
   void serveConnection(Connection& connection);
 
   ConnectionSet connections_;

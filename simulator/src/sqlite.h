@@ -36,7 +36,8 @@ class Database {
 
  private:
   struct Closer {
-    void operator()(sqlite3* handle) const { sqlite3_close(handle); }
+    // Waits for statements that outlive their database, where sqlite3_close would leak it.
+    void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
   };
   std::string file_;
   std::unique_ptr<sqlite3, Closer> handle_;

@@ -15,7 +15,7 @@ using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-constexpr auto kPrompt = std::chrono::seconds(2);
+constexpr auto kPrompt = std::chrono::seconds(5);
 
 class ConnectionsTest : public ServerTest {
  protected:
