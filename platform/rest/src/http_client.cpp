@@ -39,25 +39,6 @@ class CurrentClient {
   std::shared_ptr<HttpClient> client_;                  // under mutex_
 };
 
-bool readAnswer(Connection& connection, const std::string& address, Json::Value& answer,
-                Failure& failure) {
-  std::string reason;
-  switch (connection.reader().read(connection.body(), answer, reason)) {
-    case JsonOutcome::Read:
-      return true;
-    case JsonOutcome::ReadInvalidUtf8:
-      REST_TRACE(1, "REST answer of " + address +
-                        " is not valid UTF-8; its texts are passed on byte for byte");
-      return true;
-    case JsonOutcome::Refused:
-      break;
-  }
-  failure = {
-      "the answer (" + connection.describeAnswer() + ") is not usable JSON: " + printable(reason),
-      "that rest.baseUrl names the service itself and no page of another one"};
-  return false;
-}
-
 }  // namespace
 
 HttpClient::HttpClient(const Configuration& configuration) : settings_(configuration) {
@@ -73,22 +54,40 @@ std::shared_ptr<HttpClient> HttpClient::current() {
   return client.get();
 }
 
-bool HttpClient::send(const Nimbola::RestReq& request, Json::Value& answer, Failure& failure) {
+std::unique_ptr<Connection> HttpClient::fetch(const Nimbola::RestReq& request, Failure& failure) {
   if (!settings_.baseUrlFault.empty()) {
     failure = {settings_.baseUrlFault, "rest.baseUrl"};
-    return false;
+    return nullptr;
   }
   std::string token;
   HttpRequest wire;
-  if (!currentToken(settings_, token, failure)) return false;
-  if (!composeRequest(request, settings_.baseUrl, token, wire, failure)) return false;
+  if (!currentToken(settings_, token, failure)) return nullptr;
+  if (!composeRequest(request, settings_.baseUrl, token, wire, failure)) return nullptr;
   auto connection = take();
-  bool good = connection->exchange(wire, failure);
-  if (good) {
-    good = readAnswer(*connection, shownAddress(settings_.baseUrl, request.url), answer, failure);
+  if (!connection->exchange(wire, failure)) giveBack(std::move(connection));
+  return connection;
+}
+
+bool HttpClient::read(std::unique_ptr<Connection> connection, const Nimbola::RestReq& request,
+                      Json::Value& answer, Failure& failure, const JsonReader::Glance& glance) {
+  std::string reason;
+  const JsonOutcome outcome = connection->reader().read(connection->body(), answer, reason, glance);
+  if (outcome == JsonOutcome::Refused) {
+    failure = {"the answer (" + connection->describeAnswer() +
+                   ") is not usable JSON: " + printable(reason),
+               "that rest.baseUrl names the service itself and no page of another one"};
+  } else if (outcome == JsonOutcome::ReadInvalidUtf8) {
+    REST_TRACE(1, "REST answer of " + shownAddress(settings_.baseUrl, request.url) +
+                      " is not valid UTF-8; its texts are passed on byte for byte");
   }
   giveBack(std::move(connection));
-  return good;
+  return outcome != JsonOutcome::Refused;
+}
+
+void HttpClient::traceFailure(const Nimbola::RestReq& request, const Failure& failure) const {
+  const char* const verb = request.method == Nimbola::kMethodBody ? "POST " : "GET ";
+  REST_TRACE(0, "REST request " + std::string(verb) + shownAddress(settings_.baseUrl, request.url) +
+                    " failed: " + failure.reason + "; check " + failure.check);
 }
 
 std::unique_ptr<Connection> HttpClient::take() {

@@ -14,6 +14,7 @@
 
 #include "connection.h"
 #include "failure.h"
+#include "json_reader.h"
 #include "restreq.h"
 #include "settings.h"
 
@@ -30,8 +31,14 @@ class HttpClient {
   static std::shared_ptr<HttpClient> current();
 
   const Settings& settings() const { return settings_; }
-  // One exchange: true when a 2xx answer was read into `answer`.
-  bool send(const Nimbola::RestReq& request, Json::Value& answer, Failure& failure);
+
+  // One exchange: the connection that holds a 2xx answer, not read yet; null on failure.
+  std::unique_ptr<Connection> fetch(const Nimbola::RestReq& request, Failure& failure);
+  // Reads what `connection` holds, the answer to `request`, and takes the connection back.
+  bool read(std::unique_ptr<Connection> connection, const Nimbola::RestReq& request,
+            Json::Value& answer, Failure& failure, const JsonReader::Glance& glance = nullptr);
+  // The one trace of an exchange that failed.
+  void traceFailure(const Nimbola::RestReq& request, const Failure& failure) const;
 
  private:
   std::unique_ptr<Connection> take();

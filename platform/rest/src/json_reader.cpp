@@ -18,7 +18,35 @@ namespace dom = simdjson::dom;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
+// The member of that name; false when there is none.
+bool findMember(const dom::element& root, std::string_view name, dom::element& found) {
+  bool any = false;
+  if (!root.is_object()) return any;
+  for (const dom::key_value_pair member : dom::object(root)) {
+    if (member.key != name) continue;
+    found = member.value;
+    any = true;
+  }
+  return any;
+}
+
 }  // namespace
+
+bool JsonTopLevel::isArray(std::string_view name) const {
+  dom::element member;
+  return findMember(root_, name, member) && member.is_array();
+}
+
+bool JsonTopLevel::isTrue(std::string_view name) const {
+  dom::element member;
+  return findMember(root_, name, member) && member.is_bool() && bool(member);
+}
+
+std::string JsonTopLevel::text(std::string_view name) const {
+  dom::element member;
+  if (!findMember(root_, name, member) || !member.is_string()) return std::string();
+  return std::string(std::string_view(member));
+}
 
 struct JsonReader::Parser {
   dom::parser parser;
@@ -30,17 +58,19 @@ JsonReader::JsonReader(JsonReader&&) noexcept = default;
 JsonReader& JsonReader::operator=(JsonReader&&) noexcept = default;
 JsonReader::~JsonReader() = default;
 
-JsonOutcome JsonReader::read(std::string& text, Json::Value& value, std::string& reason) {
+JsonOutcome JsonReader::read(std::string& text, Json::Value& value, std::string& reason,
+                             const Glance& glance) {
   value = Json::Value();
   try {
-    return readDocument(text, value, reason);
+    return readDocument(text, value, reason, glance);
   } catch (const Json::Exception& tooLong) {  // a single text of 2 GiB
     reason = tooLong.what();
     return JsonOutcome::Refused;
   }
 }
 
-JsonOutcome JsonReader::readDocument(std::string& text, Json::Value& value, std::string& reason) {
+JsonOutcome JsonReader::readDocument(std::string& text, Json::Value& value, std::string& reason,
+                                     const Glance& glance) {
   const bool marked = text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0;
   const std::size_t start = marked ? kByteOrderMark.size() : 0;
   text.reserve(text.size() + simdjson::SIMDJSON_PADDING);  // the parser reads beyond the end
@@ -66,6 +96,7 @@ JsonOutcome JsonReader::readDocument(std::string& text, Json::Value& value, std:
       reason = simdjson::error_message(error);
       return JsonOutcome::Refused;
   }
+  if (glance) glance(JsonTopLevel(root));
   Json::Value built;
   if (!buildValue(root, maxNesting_, built)) {
     reason = tooDeepReason(maxNesting_);

@@ -1,6 +1,6 @@
 #include "orma/rest/rest_client.h"
 
-#include <new>
+#include <utility>
 
 #include "http_client.h"
 #include "orma/bundle/configuration.h"
@@ -16,34 +16,15 @@ Nimbola::RestReq MakeRestReq() {
 }  // namespace NS_UTIL
 
 namespace Nimbola {
-namespace {
-
-namespace rest = orma::rest;
-
-void traceFailure(const rest::HttpClient& client, const RestReq& request,
-                  const rest::Failure& failure) {
-  const char* const verb = request.method == kMethodBody ? "POST " : "GET ";
-  REST_TRACE(0, "REST request " + std::string(verb) +
-                    rest::shownAddress(client.settings().baseUrl, request.url) +
-                    " failed: " + failure.reason + "; check " + failure.check);
-}
-
-}  // namespace
 
 bool SendRestReq(const RestReq& request, Json::Value& response) {
-  const auto client = rest::HttpClient::current();
-  rest::Failure failure;
+  const auto client = orma::rest::HttpClient::current();
+  orma::rest::Failure failure;
   Json::Value answer;
-  bool good = false;
-  try {
-    good = client->send(request, answer, failure);
-  } catch (const std::bad_alloc&) {
-    throw;
-  } catch (const std::exception& unexpected) {
-    failure = {rest::printable(unexpected.what()), "the caller of this request"};
-  }
-  // Only now, since a caller may hand in a part of the request as the response.
-  if (!good) traceFailure(*client, request, failure);
+  auto connection = client->fetch(request, failure);
+  const bool good = connection && client->read(std::move(connection), request, answer, failure);
+  if (!good) client->traceFailure(request, failure);
+  // Last, since a caller may hand in a part of the request as the response.
   response.swap(answer);
   return good;
 }
