@@ -231,13 +231,58 @@ TEST_F(ErrorTableTest, EntryThatCannotBeOpenedIsReported) {
   EXPECT_THAT(platform().log.lines(), ElementsAre(ReportsUnopened(pathOf("s"))));
 }
 
+// Works as a user who may not read everything; the superuser borrows such a one.
+class OrdinaryUser {
+ public:
+  OrdinaryUser() : borrowed_(::geteuid() == 0 && ::seteuid(kNobody) == 0) {}
+  OrdinaryUser(const OrdinaryUser&) = delete;
+  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+  ~OrdinaryUser() {
+    if (borrowed_ && ::seteuid(0) != 0) std::abort();
+  }
+
+ private:
+  static constexpr uid_t kNobody = 65534;
+  bool borrowed_;
+};
+
+// Lets every user into a directory and all below it.
+void openToAll(const std::filesystem::path& directory) {
+  const auto permissions = std::filesystem::perms::all;
+  std::filesystem::permissions(directory, permissions);
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(directory)) {
+    std::filesystem::permissions(entry.path(), permissions);
+  }
+}
+
 TEST_F(ErrorTableTest, FileWithoutPermissionIsReported) {
-  const auto file = write("a.res", "5=five\n");
-  std::filesystem::permissions(file, std::filesystem::perms::none);
-  if (::access(file.c_str(), R_OK) == 0) GTEST_SKIP() << "this user may read every file";
+  write("a.res", "5=five\n");
+  const auto closed = write("b.res", "6=six\n");
+  openToAll(installation_.path());
+  std::filesystem::permissions(closed, std::filesystem::perms::none);
+  const OrdinaryUser user;
+  if (::eaccess(closed.c_str(), R_OK) == 0) GTEST_SKIP() << "this user may read every file";
   EXPECT_TRUE(table().Init());
+  EXPECT_EQ(textOf(5), "five");
+  EXPECT_EQ(textOf(6), "unknown");
+  EXPECT_THAT(platform().log.lines(), ElementsAre(ReportsUnopened(pathOf("b.res"))));
+}
+
+TEST_F(ErrorTableTest, DirectoryWithoutPermissionIsSilent) {
+  write("a.res", "5=five\n");
+  const auto directory = installation_.path() / "etc/nbires/en_US";
+  openToAll(installation_.path());
+  std::filesystem::permissions(directory, std::filesystem::perms::none);
+  bool mayRead = false;
+  {
+    const OrdinaryUser user;
+    mayRead = ::eaccess(directory.c_str(), R_OK) == 0;
+    EXPECT_TRUE(table().Init());
+  }
+  std::filesystem::permissions(directory, std::filesystem::perms::all);
+  if (mayRead) GTEST_SKIP() << "this user may read every directory";
   EXPECT_EQ(textOf(5), "unknown");
-  EXPECT_THAT(platform().log.lines(), ElementsAre(ReportsUnopened(pathOf("a.res"))));
+  EXPECT_THAT(platform().log.lines(), IsEmpty());
 }
 
 TEST_F(ErrorTableTest, DirectoryAmongTheFilesHoldsNothing) {

@@ -1,0 +1,202 @@
+// The order of virtual operations, as g++ dumps it, against the order that others were built
+// against.
+#include <cxxabi.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+
+// One table: the entries behind its type information. "pure" stands for a pure virtual one.
+using Table = std::vector<std::string>;
+using Tables = std::vector<Table>;
+
+std::string outputOf(const std::string& command) {
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(::popen(command.c_str(), "r"),
+                                                             ::pclose);
+  std::string output;
+  char chunk[4096];
+  while (pipe != nullptr) {
+    const std::size_t size = std::fread(chunk, 1, sizeof chunk, pipe.get());
+    if (size == 0) break;
+    output.append(chunk, size);
+  }
+  return output;
+}
+
+std::string demangled(const std::string& name) {
+  const std::unique_ptr<char, void (*)(void*)> text(
+      abi::__cxa_demangle(name.c_str(), nullptr, nullptr, nullptr), std::free);
+  return text ? text.get() : name;
+}
+
+// "8     (int (*)(...))A::f" as "A::f"; a thunk by its own name.
+std::string entryText(const std::string& line) {
+  constexpr char kCast[] = "(int (*)(...))";
+  const std::size_t cast = line.find(kCast);
+  if (cast == std::string::npos) return line.substr(line.find_last_of(' ') + 1);
+  const std::string entry = line.substr(cast + sizeof kCast - 1);
+  if (entry == "__cxa_pure_virtual") return "pure";
+  const std::size_t thunk = entry.find("_ZT");
+  return thunk == std::string::npos ? entry : demangled(entry.substr(thunk));
+}
+
+// Offsets between parts of an object; 0 is a destructor that an abstract class cannot need.
+bool isOffset(const std::string& entry) {
+  return entry.find_first_not_of("-0123456789") == std::string::npos && entry != "0";
+}
+
+// The tables of each class in a dump.
+std::map<std::string, Tables> tablesIn(const std::string& dump) {
+  constexpr char kStart[] = "Vtable for ";
+  std::map<std::string, Tables> all;
+  std::istringstream lines(dump);
+  Tables* current = nullptr;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.rfind(kStart, 0) == 0) {
+      current = &all[line.substr(sizeof kStart - 1)];
+    } else if (line.empty()) {
+      current = nullptr;
+    } else if (current != nullptr && std::isdigit(static_cast<unsigned char>(line[0])) != 0) {
+      if (line.find("(& _ZTI") != std::string::npos) {
+        current->emplace_back();
+      } else if (!current->empty() && !isOffset(entryText(line))) {
+        current->back().push_back(entryText(line));
+      }
+    }
+  }
+  return all;
+}
+
+class VirtualTables : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    const std::string compiler = EMF_DUMP_COMPILER;
+    if (compiler.empty()) return;
+    tables_ =
+        tablesIn(outputOf("'" + compiler +
+                          "' -std=c++17 -fsyntax-only "
+                          "-fdump-lang-class=stdout @'" EMF_DUMP_FLAGS "' '" EMF_DUMP_SOURCE "'"));
+  }
+  void SetUp() override {
+    if (std::string(EMF_DUMP_COMPILER).empty()) {
+      GTEST_SKIP() << "only g++ dumps its virtual tables; this build uses another compiler";
+    }
+  }
+  static Tables tablesOf(const std::string& name) { return tables_[name]; }
+
+  static inline std::map<std::string, Tables> tables_;
+};
+
+TEST_F(VirtualTables, ServiceObject) {
+  const std::string own = "NS_ORMACORBA::ii_ormaiac_emf::";
+  const std::string base = "NS_BUNDLEMGR1::ServiceObjectBase::";
+  const std::string event = "ACE_Event_Handler::";
+  const Table primary = {
+      own + "~ii_ormaiac_emf",
+      own + "~ii_ormaiac_emf",
+      event + "get_handle",
+      event + "set_handle",
+      event + "priority",
+      event + "priority",
+      event + "handle_input",
+      event + "handle_output",
+      event + "handle_exception",
+      event + "handle_timeout",
+      event + "handle_exit",
+      event + "handle_close",
+      event + "handle_signal",
+      event + "resume_handler",
+      event + "handle_qos",
+      event + "handle_group_qos",
+      event + "reactor",
+      event + "reactor",
+      event + "reactor_timer_interface",
+      event + "add_reference",
+      event + "remove_reference",
+      "ACE_Service_Object::suspend",
+      "ACE_Service_Object::resume",
+      base + "UnRegistSvc",
+      base + "GetName",
+      own + "ExitSvc",
+      base + "GetInterface",
+      own + "CreateInterface",
+      base + "RemoveInterface",
+      own + "fini",
+      own + "init",
+  };
+  const Table shared = {
+      "non-virtual thunk to " + own + "~ii_ormaiac_emf()",
+      "non-virtual thunk to " + own + "~ii_ormaiac_emf()",
+      "non-virtual thunk to " + own + "init(int, char**)",
+      "non-virtual thunk to " + own + "fini()",
+      "ACE_Shared_Object::info",
+  };
+  EXPECT_THAT(tablesOf("NS_ORMACORBA::ii_ormaiac_emf"),
+              ElementsAre(ElementsAreArray(primary), ElementsAreArray(shared)));
+}
+
+TEST_F(VirtualTables, ErrorCodeBufIf) {
+  EXPECT_THAT(tablesOf("NS_BUNDLEMGR1::ServiceInterface"),
+              ElementsAre(ElementsAre("0", "0", "pure", "pure")));
+  EXPECT_THAT(tablesOf("ErrorCodeBufIf"),
+              ElementsAre(ElementsAre("0", "0", "pure", "pure", "pure")));
+  EXPECT_THAT(tablesOf("ErrorCodeBufIfImpl"),
+              ElementsAre(ElementsAre(
+                  "ErrorCodeBufIfImpl::~ErrorCodeBufIfImpl",
+                  "ErrorCodeBufIfImpl::~ErrorCodeBufIfImpl", "ErrorCodeBufIfImpl::GetIFName",
+                  "ErrorCodeBufIfImpl::IsValid", "ErrorCodeBufIfImpl::GetErrorInfo")));
+}
+
+TEST_F(VirtualTables, NULLServiceInterface) {
+  const std::string own = "NS_BUNDLEMGR1::NULLServiceInterface::";
+  const std::string destructor = own + "~NULLServiceInterface";
+  EXPECT_THAT(tablesOf("NS_BUNDLEMGR1::NULLServiceInterface"),
+              ElementsAre(ElementsAre(destructor, destructor, own + "GetIFName", own + "IsValid"),
+                          ElementsAre("virtual thunk to " + destructor + "()",
+                                      "virtual thunk to " + destructor + "()")));
+}
+
+TEST_F(VirtualTables, LogProxy) {
+  const Tables abstract = tablesOf("NS_BUNDLEMGR1::LogProxy");
+  ASSERT_EQ(abstract.size(), 1U);
+  EXPECT_EQ(abstract[0].size(), 17U);
+  const std::string own = "NS_BUNDLEMGR1::DefaultLogProxy::";
+  const Table operations = {
+      own + "~DefaultLogProxy",
+      own + "~DefaultLogProxy",
+      own + "Reserved1",
+      own + "Reserved2",
+      own + "Print",
+      own + "PrintFormat",
+      own + "Reserved3",
+      own + "Reserved4",
+      own + "Reserved5",
+      own + "Reserved6",
+      own + "Reserved7",
+      own + "Reserved8",
+      own + "Reserved9",
+      own + "SetSource",
+      own + "SetBundle",
+      own + "SetModule",
+      own + "GetProxyName",
+  };
+  EXPECT_THAT(tablesOf("NS_BUNDLEMGR1::DefaultLogProxy"),
+              ElementsAre(ElementsAreArray(operations)));
+}
+
+TEST_F(VirtualTables, Device) {
+  EXPECT_THAT(tablesOf("Device"), ElementsAre(ElementsAre("Device::~Device", "Device::~Device")));
+}
+
+}  // namespace
