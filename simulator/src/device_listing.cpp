@@ -10,8 +10,6 @@ namespace {
 
 constexpr std::int64_t kManagementSystem = 1;
 constexpr std::int64_t kFrameMainType = 3;
-constexpr std::size_t kBytesOfARow = 128;
-constexpr std::int64_t kRowsReserved = 1000;
 
 // On the wire a type is a signed 32-bit number: main types above 32767 come out negative.
 std::int64_t typeId(std::int64_t mainType, std::int64_t subType) {
@@ -20,7 +18,7 @@ std::int64_t typeId(std::int64_t mainType, std::int64_t subType) {
 
 void appendRow(std::string& out, std::string_view nativeId, std::int64_t type,
                std::string_view ipAddress, std::string_view name) {
-  out += out.size() > 1 ? ",{" : "{";
+  out += out.back() != '[' ? ",{" : "{";
   appendMember(out, "nativeId", nativeId);
   out += ',';
   appendMember(out, "typeId", type);
@@ -72,14 +70,14 @@ DeviceListing::DeviceListing(Database& database)
               "SELECT dev_id, frame_no, label FROM frame WHERE (dev_id, frame_no) > (?, ?) "
               "ORDER BY dev_id, frame_no") {}
 
-DevicePage DeviceListing::page(const DevicePosition& after, std::int64_t limit) {
+DevicePage DeviceListing::appendPage(const DevicePosition& after, std::int64_t limit,
+                                     std::string& out) {
   DevicePage page;
   page.last = after;
-  page.json.reserve(static_cast<std::size_t>(std::min(limit, kRowsReserved)) * kBytesOfARow);
-  page.json = "[";
+  out += '[';
   std::int64_t left = limit;
   if (after.device < kManagementSystem) {
-    appendRow(page.json, "OS=1", 0, "", "OS");
+    appendRow(out, "OS=1", 0, "", "OS");
     page.last = {kManagementSystem, -1};
     --left;
   }
@@ -97,16 +95,16 @@ DevicePage DeviceListing::page(const DevicePosition& after, std::int64_t limit) 
       page.last = {frames_.integer(0), frames_.integer(1)};
       const std::string nativeId =
           "NE=" + std::to_string(page.last.device) + ",FR=" + std::to_string(page.last.frame);
-      appendRow(page.json, nativeId, typeId(kFrameMainType, 0), "", frames_.text(2));
+      appendRow(out, nativeId, typeId(kFrameMainType, 0), "", frames_.text(2));
       frame = frames_.step();
     } else {
       page.last = {devices_.integer(0), -1};
-      appendRow(page.json, devices_.text(1), typeId(devices_.integer(2), devices_.integer(3)),
+      appendRow(out, devices_.text(1), typeId(devices_.integer(2), devices_.integer(3)),
                 devices_.text(4), devices_.text(5));
       device = devices_.step();
     }
   }
-  page.json += ']';
+  out += ']';
   page.more = device || frame;
   devices_.reset();
   frames_.reset();

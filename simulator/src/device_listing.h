@@ -2,8 +2,9 @@
 // in the order of device id and frame number, from any place on.
 //
 //   DeviceListing listing(database);
-//   DevicePage page = listing.page(DevicePosition{}, 1000);
-//   // page.json: [{"nativeId":"OS=1",…},…]; go on from page.last while page.more
+//   std::string json;
+//   DevicePage page = listing.appendPage(DevicePosition{}, 1000, json);
+//   // json: [{"nativeId":"OS=1",…},…]; go on from page.last while page.more
 //
 // Thread-safety: thread-compatible. Failure: SimError.
 #pragma once
@@ -28,7 +29,6 @@ std::string markerFor(const DevicePosition& position);
 std::optional<DevicePosition> positionOf(const std::string& marker);
 
 struct DevicePage {
-  std::string json;  // an array
   DevicePosition last;
   bool more = false;
 };
@@ -37,8 +37,8 @@ class DeviceListing {
  public:
   explicit DeviceListing(Database& database);
 
-  // At most `limit` rows behind `after`, read in one transaction.
-  DevicePage page(const DevicePosition& after, std::int64_t limit);
+  // Appends an array of at most `limit` rows behind `after`, read in one transaction.
+  DevicePage appendPage(const DevicePosition& after, std::int64_t limit, std::string& out);
 
  private:
   Database& database_;

@@ -28,11 +28,8 @@ std::string answerDevProperties(const httplib::Request& request, Inventory& inve
   const std::int64_t limit = integerParameter(request, "limit", kDefaultLimit, 1, kMaxLimit);
   const DevicePosition start = startOf(request);
 
-  const DevicePage page = inventory.reader<DeviceListing>().page(start, limit);
-  std::string body;
-  body.reserve(page.json.size() + 80);
-  body += "{\"objList\":";
-  body += page.json;
+  std::string body = "{\"objList\":";
+  const DevicePage page = inventory.reader<DeviceListing>().appendPage(start, limit, body);
   body += page.more ? ",\"isTruncated\":true," : ",\"isTruncated\":false,";
   appendMember(body, "marker", page.more ? markerFor(page.last) : "");
   body += "}\n";
