@@ -5,15 +5,16 @@ find_package(PkgConfig REQUIRED)
 pkg_check_modules(ACE REQUIRED IMPORTED_TARGET "ACE>=6.5" "ACE<8")
 pkg_check_modules(JSONCPP REQUIRED IMPORTED_TARGET jsoncpp)
 
+# The plug-in alone needs no more than this.
 if(NOT EMF_PLATFORM_PACKAGE AND NOT EMF_PLATFORM_DIR)
   include(EmfPlatformDependencies)
   include(EmfProgramDependencies)
-endif()
-if(EMF_BUILD_TESTS)
-  find_package(GTest REQUIRED)
-endif()
-if(EMF_BUILD_BENCH)
-  find_package(benchmark REQUIRED)
+  if(EMF_BUILD_TESTS)
+    find_package(GTest REQUIRED)
+  endif()
+  if(EMF_BUILD_BENCH)
+    find_package(benchmark REQUIRED)
+  endif()
 endif()
 
 # The ORB is optional: the plug-in only makes its load-time calls.
