@@ -2,10 +2,12 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <thread>
 #include <vector>
 
 #include "http_service.h"
+#include "orma/rest/nbi_http_proxy.h"
 #include "rest_fixture.h"
 #include "scripted_peer.h"
 
@@ -61,6 +63,31 @@ TEST_F(Connections, EightThreadsShareAtMostEight) {
   for (auto& thread : threads) thread.join();
   EXPECT_EQ(service.requests().size(), 400u);
   EXPECT_LE(service.connections(), 8u);
+}
+
+TEST_F(Connections, EightThreadsListTheDevices) {
+  HttpService service(
+      [](const httplib::Request& request, httplib::Response& response) {
+        const int page = std::atoi(request.get_param_value("marker").c_str());
+        response.set_content(
+            "{\"objList\":[{\"nativeId\":\"NE=" + std::to_string(page) +
+                "\"},{\"nativeId\":\"x\"}],\"isTruncated\":" + (page < 9 ? "true" : "false") +
+                ",\"marker\":\"" + std::to_string(page + 1) + "\"}",
+            "application/json");
+      },
+      HttpService::After::Keep);
+  configureBaseUrl(service.url());
+  std::vector<std::thread> threads;
+  for (int t = 0; t < 8; ++t) {
+    threads.emplace_back([] {
+      std::vector<Json::Value> devices;
+      ASSERT_TRUE(NS_UTIL::NBIHTTPProxy::GetAllDevProperty(devices));
+      ASSERT_EQ(devices.size(), 20u);
+      EXPECT_EQ(devices[18]["nativeId"].asString(), "NE=9");
+    });
+  }
+  for (auto& thread : threads) thread.join();
+  EXPECT_EQ(service.requests().size(), 80u);
 }
 
 TEST_F(Connections, NoMoreIdleOnesAreKeptThanConfigured) {

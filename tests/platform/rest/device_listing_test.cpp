@@ -57,6 +57,22 @@ TEST_F(DeviceListing, PagesFollowTheMarker) {
                                      "/rest/resource/v2/dev-properties?limit=1000&marker=c"));
 }
 
+TEST_F(DeviceListing, LastOfTwoMarkersCounts) {
+  serve({R"({"marker":"a","objList":[],"isTruncated":true,"marker":"b"})", R"({"objList":[]})"});
+  EXPECT_TRUE(NBIHTTPProxy::GetAllDevProperty(out_));
+  EXPECT_THAT(targets(), ElementsAre("/rest/resource/v2/dev-properties?limit=1000",
+                                     "/rest/resource/v2/dev-properties?limit=1000&marker=b"));
+}
+
+TEST_F(DeviceListing, PagesWithInvalidUtf8ArePagesToo) {
+  serve({"{\"objList\":[{\"nativeId\":\"NE=\xff\"}],\"isTruncated\":true,\"marker\":\"\xfe\"}",
+         R"({"objList":[{"nativeId":"NE=3"}]})"});
+  EXPECT_TRUE(NBIHTTPProxy::GetAllDevProperty(out_));
+  EXPECT_THAT(nativeIds(), ElementsAre("NE=\xff", "NE=3"));
+  EXPECT_EQ(targets().at(1), "/rest/resource/v2/dev-properties?limit=1000&marker=%FE");
+  EXPECT_EQ(traces().size(), 1u);
+}
+
 TEST_F(DeviceListing, PageSizeComesFromTheConfiguration) {
   Json::Value rest;
   rest["devicePageSize"] = 5;
@@ -158,6 +174,13 @@ TEST_F(DeviceListing, MorePagesThanTheLimitFail) {
   serve({page + "a\"}", R"({"objList":[]})"}, rest);
   out_.clear();
   EXPECT_TRUE(NBIHTTPProxy::GetAllDevProperty(out_));
+}
+
+TEST_F(DeviceListing, PageThatIsNestedTooDeeplyFailsWithTheNextOneOnItsWay) {
+  Json::Value rest;
+  rest["maxNesting"] = 3;
+  serve({R"({"objList":[{"a":[]}],"isTruncated":true,"marker":"m"})", R"({"objList":[]})"}, rest);
+  EXPECT_THAT(failure(), HasSubstr("nested deeper than 3 levels"));
 }
 
 TEST_F(DeviceListing, FailedExchangeIsTracedOnce) {

@@ -31,7 +31,7 @@ void HttpService::start(Answer answer, After after) {
     answer(request, response);
   };
   // A kept connection occupies a thread of the server.
-  server_->new_task_queue = [] { return new httplib::ThreadPool(16); };
+  server_->new_task_queue = [] { return new httplib::ThreadPool(32); };
   server_->set_keep_alive_max_count(after == After::Keep ? 1000000 : 1);
   server_->set_keep_alive_timeout(1);
   server_->set_tcp_nodelay(true);
