@@ -14,6 +14,7 @@
 #include "journal.h"
 #include "log_double.h"
 #include "rest_double.h"
+#include "southbound_double.h"
 #include "text_double.h"
 #include "trace_double.h"
 
@@ -29,6 +30,7 @@ struct Platform {
   TextDouble text;
   RestDouble rest;
   DatabaseDouble database;
+  SouthboundDouble southbound;
 
   // Back to the state at start: nothing recorded, nothing scripted, the log service present.
   void reset();
