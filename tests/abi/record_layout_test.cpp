@@ -8,11 +8,9 @@
 #include "paginators.h"
 #include "platform_test.h"
 #include "processexception.h"
+#include "record_fields.h"
 #include "restquery.h"
 #include "serviceifref.h"
-
-// The records are no standard-layout types; both compilers lay them out by the same rules.
-#pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
 namespace {
 
@@ -25,35 +23,8 @@ using Nimbola::SimpleExp;
 using Nimbola::SimpleExpGroup;
 using Nimbola::TsNodesQuery;
 
-struct Field {
-  const char* name;
-  std::size_t offset;
-  std::size_t size;
-  std::size_t alignment;
-};
-
-#define FIELD(Record, field) \
-  Field { #field, offsetof(Record, field), sizeof(Record::field), alignof(decltype(Record::field)) }
-
-std::size_t roundedUp(std::size_t offset, std::size_t alignment) {
-  return (offset + alignment - 1) / alignment * alignment;
-}
-
-// The fields follow one another from `start` on, in this order and with nothing between them, and
-// nothing follows them.
-void expectRecord(const char* record, std::size_t start, std::size_t size,
-                  const std::vector<Field>& fields) {
-  std::size_t end = start;
-  std::size_t alignment = start != 0 ? sizeof(void*) : 1;
-  for (const Field& field : fields) {
-    EXPECT_EQ(field.offset, roundedUp(end, field.alignment)) << record << "::" << field.name;
-    end = field.offset + field.size;
-    alignment = std::max(alignment, field.alignment);
-  }
-  EXPECT_EQ(size, roundedUp(end, alignment)) << record;
-}
-
-constexpr std::size_t kAfterTable = sizeof(void*);
+using emf::test::expectRecord;
+using emf::test::kAfterTable;
 
 TEST(RecordLayout, Device) {
   EXPECT_EQ(offsetof(Device, id), 8U);

@@ -16,6 +16,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
+using ::testing::IsEmpty;
 
 // One table: the entries behind its type information. "pure" stands for a pure virtual one.
 using Table = std::vector<std::string>;
@@ -195,8 +196,14 @@ TEST_F(VirtualTables, LogProxy) {
               ElementsAre(ElementsAreArray(operations)));
 }
 
-TEST_F(VirtualTables, Device) {
-  EXPECT_THAT(tablesOf("Device"), ElementsAre(ElementsAre("Device::~Device", "Device::~Device")));
+TEST_F(VirtualTables, RecordsHaveTheirDestructorAlone) {
+  for (const std::string record :
+       {"Device", "Node", "SubMap", "DispLink", "UpdateDevice", "SimNode"}) {
+    const std::string destructor = record + "::~" + record;
+    EXPECT_THAT(tablesOf(record), ElementsAre(ElementsAre(destructor, destructor)));
+  }
 }
+
+TEST_F(VirtualTables, PhysicalLinkHasNone) { EXPECT_THAT(tablesOf("PhysicalLink"), IsEmpty()); }
 
 }  // namespace
