@@ -68,8 +68,8 @@ class Connection {
 std::shared_ptr<Connection> openSqlite(const ConnectionSettings& settings);
 std::shared_ptr<Connection> openPostgresql(const ConnectionSettings& settings);
 
-// A failure's text as one line, without the context that SOCI adds: that holds the connection
-// string.
+// A failure's text as one line, without the context that SOCI may add to it: statements with their
+// parameters, whole.
 std::string reasonOf(const std::exception& failure);
 
 }  // namespace dao

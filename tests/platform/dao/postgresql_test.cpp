@@ -1,6 +1,7 @@
 // What is peculiar to PostgreSQL: its types, and connections that are lost.
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <cmath>
 
 #include "inventory_fixture.h"
@@ -115,10 +116,12 @@ TEST_F(Postgresql, UnknownDatabaseFailsTheReadWithoutThePassword) {
 }
 
 TEST_F(Postgresql, LockedTableFailsTheReadWhenTheWaitIsOver) {
-  configure(database().connection(), 20);
+  configure(database().connection(), 60);
   PostgresqlClient writer(database().connection().substr(std::string("postgresql:").size()));
   writer.run("BEGIN; LOCK TABLE device IN ACCESS EXCLUSIVE MODE");
+  const auto start = std::chrono::steady_clock::now();
   EXPECT_THAT(names(-1), IsEmpty());
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(60));
   EXPECT_THAT(loggedTexts(), ElementsAre(HasSubstr("lock timeout")));
   writer.run("COMMIT");
   EXPECT_THAT(names(), ElementsAre("core-1"));

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 
@@ -124,8 +125,10 @@ TEST_F(Sqlite, LockedDatabaseFailsTheReadWhenTheWaitIsOver) {
   makeInventory("a.db", "free again");
   SqliteFile writer(file("a.db"));
   writer.run("BEGIN EXCLUSIVE");
-  configure("sqlite:a.db", 20);
+  configure("sqlite:a.db", 60);
+  const auto start = std::chrono::steady_clock::now();
   EXPECT_THAT(names(-1), IsEmpty());
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(60));
   EXPECT_THAT(loggedTexts(), ElementsAre(HasSubstr("database is locked")));
   writer.run("COMMIT");
   EXPECT_THAT(names(), ElementsAre("free again"));

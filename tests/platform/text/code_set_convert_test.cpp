@@ -116,9 +116,23 @@ TEST(CodeSetConvert, LongTextsKeepEveryCharacter) {
     latin1 += i % 3 == 0 ? "\xFC" : i % 3 == 1 ? "x" : "?";
   }
   EXPECT_EQ(converted("UTF-8", "ISO-8859-1", utf8), latin1);
-  std::string grown;
-  for (int i = 0; i < 10000; ++i) grown += "\xC3\xBC";
-  EXPECT_EQ(converted("ISO-8859-1", "UTF-8", std::string(10000, '\xFC')), grown);
+}
+
+TEST(CodeSetConvert, LongTextsAreNeverSplitWithinACharacter) {
+  std::string latin1;
+  std::string chinese;
+  std::string gbk;
+  for (int i = 0; i < 1000; ++i) {
+    latin1 += "\xC3\xBC";
+    chinese += "框";
+    gbk += "\xBF\xF2";
+  }
+  EXPECT_EQ(converted("ISO-8859-1", "UTF-8", std::string(1000, '\xFC')), latin1);
+  for (const std::string start : {"", "a", "ab"}) {
+    EXPECT_EQ(converted("UTF-8", "GBK", start + chinese), start + gbk);
+    EXPECT_EQ(converted("GBK", "UTF-8", start + gbk), start + chinese);
+    EXPECT_EQ(converted("UTF-8", "ISO-8859-1", start + latin1), start + std::string(1000, '\xFC'));
+  }
 }
 
 TEST(CodeSetConvert, LocaleDoesNotMatter) {

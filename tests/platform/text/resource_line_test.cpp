@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cerrno>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -156,6 +157,34 @@ TEST(OrmaGetLine, DirectoryIsAReadErrorAndEndsAtOnce) {
   const auto buffers = std::make_unique<Buffers>();
   EXPECT_EQ(OrmaGetLine(buffers->key.text.data(), buffers->value.text.data(), directory), 0);
   std::fclose(directory);
+}
+
+// A file whose first read gives the start of a line and whose second fails.
+struct FailingFile {
+  static ssize_t read(void* self, char* buffer, std::size_t) {
+    auto* file = static_cast<FailingFile*>(self);
+    if (file->isRead) {
+      errno = EIO;
+      return -1;
+    }
+    file->isRead = true;
+    std::memcpy(buffer, "1=a", 3);
+    return 3;
+  }
+  bool isRead = false;
+};
+
+TEST(OrmaGetLine, ReadErrorWithinALineEndsAndLeavesTheBuffersAsTheyWere) {
+  FailingFile failing;
+  cookie_io_functions_t functions{};
+  functions.read = FailingFile::read;
+  std::FILE* file = fopencookie(&failing, "r", functions);
+  ASSERT_NE(file, nullptr);
+  const auto buffers = std::make_unique<Buffers>();
+  EXPECT_EQ(OrmaGetLine(buffers->key.text.data(), buffers->value.text.data(), file), 0);
+  EXPECT_STREQ(buffers->key.text.data(), "");
+  EXPECT_STREQ(buffers->value.text.data(), "");
+  std::fclose(file);
 }
 
 TEST(OrmaGetLine, NullPointersReadNothing) {
