@@ -1,7 +1,11 @@
 // Sessions for the threads that read at the same time: each takes one for a read and gives it
 // back. A thread never waits for another's session.
 //
-// Thread-safety: thread-safe.
+//   dao::SessionPool::Lease lease(pool);
+//   dao::CCursorTable rows;  // behind the lease: no statement stays open on a session in the pool
+//   rows.Open(lease.session(), "SELECT name FROM device");
+//
+// Thread-safety: thread-safe; a lease belongs to one thread. Nothing is thrown but std::bad_alloc.
 #pragma once
 
 #include <memory>
