@@ -92,7 +92,7 @@ std::string shownAddress(std::string_view baseUrl, std::string_view path) {
   std::string shown(baseUrl);
   const auto scheme = shown.find("://");
   const auto host = scheme == std::string::npos ? 0 : scheme + 3;
-  const auto at = shown.substr(0, shown.find('/', host)).rfind('@');
+  const auto at = shown.rfind('@');  // also behind a "/", which a password may hold by mistake
   if (at != std::string::npos && at >= host) shown.replace(host, at - host, "***");
   shown += path.substr(0, path.find_first_of("?#"));
   return printable(shown);

@@ -190,6 +190,13 @@ TEST_F(Answers, QueryAndBodyAreNotTraced) {
   EXPECT_THAT(failureAt(port.url(), post("/p", "se-cret")), Not(HasSubstr("se-cret")));
 }
 
+TEST_F(Answers, CredentialsOfAnUnusableBaseUrlAreNotTracedEither) {
+  for (const char* url : {"agent:se-cret@host", "http://agent:se-cret/@host", "ftp://a:se-cret@h",
+                          "http://agent:se-cret@@h", "http://a:se-cret@h#"}) {
+    EXPECT_THAT(failureAt(url), Not(HasSubstr("se-cret"))) << url;
+  }
+}
+
 TEST_F(Answers, ReasonsFromOutsideKeepToOneLine) {
   EXPECT_THAT(failureWith("x", 200, "text/a\x01"), HasSubstr("text/a\\x01"));
 }

@@ -10,7 +10,7 @@ using ::testing::HasSubstr;
 
 class Deadlines : public RestTest {
  protected:
-  static constexpr int kLimitMs = 1000;
+  static constexpr int kLimitMs = 2000;
 
   void expectFailureAt(const std::string& baseUrl, const char* limitKey) {
     Json::Value rest;
