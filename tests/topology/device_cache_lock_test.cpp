@@ -1,49 +1,11 @@
-// The cache's lock calls, counted, and failing on demand: wrapped at link time.
-#include <pthread.h>
-
+// The cache's lock calls, and what comes of their failing.
 #include <cerrno>
 #include <stdexcept>
 
 #include "device_cache_fixture.h"
 #include "emfglobal.h"
 #include "lock_failure.h"
-
-namespace {
-
-// Codes that the calls of this thread give instead of working; 0: they work.
-thread_local int readLockFails = 0;
-thread_local int writeLockFails = 0;
-thread_local int unlockFails = 0;
-// What this thread holds, and what it did.
-thread_local int held = 0;
-thread_local std::vector<std::string> calls;
-
-}  // namespace
-
-extern "C" {
-int __real_pthread_rwlock_rdlock(pthread_rwlock_t* lock);
-int __real_pthread_rwlock_wrlock(pthread_rwlock_t* lock);
-int __real_pthread_rwlock_unlock(pthread_rwlock_t* lock);
-
-int __wrap_pthread_rwlock_rdlock(pthread_rwlock_t* lock) {
-  calls.push_back("read");
-  if (readLockFails != 0) return readLockFails;
-  ++held;
-  return __real_pthread_rwlock_rdlock(lock);
-}
-int __wrap_pthread_rwlock_wrlock(pthread_rwlock_t* lock) {
-  calls.push_back("write");
-  if (writeLockFails != 0) return writeLockFails;
-  ++held;
-  return __real_pthread_rwlock_wrlock(lock);
-}
-int __wrap_pthread_rwlock_unlock(pthread_rwlock_t* lock) {
-  calls.push_back("unlock");
-  --held;
-  const int result = __real_pthread_rwlock_unlock(lock);
-  return unlockFails != 0 ? unlockFails : result;
-}
-}
+#include "rwlock_calls.h"
 
 namespace emf::test {
 namespace {
@@ -61,9 +23,7 @@ class DeviceCacheLock : public DeviceCacheTest {
   }
   ~DeviceCacheLock() override { clear(); }
   static void clear() {
-    readLockFails = writeLockFails = unlockFails = 0;
-    held = 0;
-    calls.clear();
+    rwlockCalls() = RwlockCalls();
     errno = 0;
   }
 };
@@ -71,24 +31,26 @@ class DeviceCacheLock : public DeviceCacheTest {
 TEST_F(DeviceCacheLock, LookupsHoldItSharedAndRefreshesExclusively) {
   network({deviceObject("NE=12", "core-1")});
   cache().getDeviceByID(12, found_);
-  EXPECT_THAT(calls, ElementsAre("read", "unlock", "write", "unlock", "read", "unlock"));
-  calls.clear();
+  EXPECT_THAT(rwlockCalls().calls,
+              ElementsAre("read", "unlock", "write", "unlock", "read", "unlock"));
+  rwlockCalls().calls.clear();
   cache().getDeviceByName("nobody", named_);
-  EXPECT_THAT(calls, ElementsAre("read", "unlock", "write", "unlock", "read", "unlock"));
-  calls.clear();
+  EXPECT_THAT(rwlockCalls().calls,
+              ElementsAre("read", "unlock", "write", "unlock", "read", "unlock"));
+  rwlockCalls().calls.clear();
   cache().getDeviceByID(12, found_);
-  EXPECT_THAT(calls, ElementsAre("read", "unlock"));
+  EXPECT_THAT(rwlockCalls().calls, ElementsAre("read", "unlock"));
 }
 
 TEST_F(DeviceCacheLock, IsNotHeldDuringTheRead) {
   std::vector<int> heldDuringReads;
-  platform().rest.duringDeviceRead([&] { heldDuringReads.push_back(held); });
+  platform().rest.duringDeviceRead([&] { heldDuringReads.push_back(rwlockCalls().held); });
   network({});
   cache().setDeviceMap();
   cache().getDeviceByID(12, found_);
   cache().getDeviceByName("x", named_);
   EXPECT_THAT(heldDuringReads, ElementsAre(0, 0, 0));
-  EXPECT_EQ(held, 0);
+  EXPECT_EQ(rwlockCalls().held, 0);
 }
 
 TEST_F(DeviceCacheLock, IsNotHeldWhenAnExceptionLeaves) {
@@ -96,17 +58,17 @@ TEST_F(DeviceCacheLock, IsNotHeldWhenAnExceptionLeaves) {
   EXPECT_THROW(cache().getDeviceByID(12, found_), std::invalid_argument);
   EXPECT_THROW(cache().getDeviceByName("x", named_), std::invalid_argument);
   EXPECT_THROW(cache().setDeviceMap(), std::invalid_argument);
-  EXPECT_EQ(held, 0);
+  EXPECT_EQ(rwlockCalls().held, 0);
 }
 
 TEST_F(DeviceCacheLock, FailedReadLockLeavesItsCodeAndTheLookupGoesOn) {
   fill({deviceObject("NE=12", "core-1")});
   clear();
-  readLockFails = EAGAIN;
+  rwlockCalls().readFails = EAGAIN;
   EXPECT_EQ(cache().getDeviceByID(12, found_), 1);
   EXPECT_EQ(errno, EAGAIN);
   EXPECT_EQ(found_, device(12, "core-1"));
-  EXPECT_THAT(calls, ElementsAre("read"));  // what was not taken is not released
+  EXPECT_THAT(rwlockCalls().calls, ElementsAre("read"));  // what was not taken is not released
   errno = 0;
   EXPECT_EQ(cache().getDeviceByName("core-1", named_), 1);
   EXPECT_EQ(errno, EAGAIN);
@@ -115,10 +77,10 @@ TEST_F(DeviceCacheLock, FailedReadLockLeavesItsCodeAndTheLookupGoesOn) {
 
 TEST_F(DeviceCacheLock, FailedWriteLockLeavesItsCodeAndTheRefreshGoesOn) {
   network({deviceObject("NE=12", "core-1")});
-  writeLockFails = EDEADLK;
+  rwlockCalls().writeFails = EDEADLK;
   EXPECT_EQ(cache().setDeviceMap(), 1);
   EXPECT_EQ(errno, EDEADLK);
-  EXPECT_THAT(calls, ElementsAre("write"));
+  EXPECT_THAT(rwlockCalls().calls, ElementsAre("write"));
   EXPECT_THAT(platform().log.texts(), ElementsAre(kSetEntering, kSetOuting));
   EXPECT_EQ(cache().getDeviceByID(12, found_), 1);
   EXPECT_EQ(platform().rest.deviceReads(), 1);
@@ -127,7 +89,7 @@ TEST_F(DeviceCacheLock, FailedWriteLockLeavesItsCodeAndTheRefreshGoesOn) {
 TEST_F(DeviceCacheLock, FailedUnlockLeavesItsCodeAndNothingElse) {
   fill({deviceObject("NE=12", "core-1")});
   clear();
-  unlockFails = EPERM;
+  rwlockCalls().unlockFails = EPERM;
   EXPECT_EQ(cache().getDeviceByID(12, found_), 1);
   EXPECT_EQ(errno, EPERM);
   errno = 0;
