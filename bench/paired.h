@@ -12,10 +12,10 @@
 #pragma once
 
 #include <benchmark/benchmark.h>
-#include <time.h>
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <vector>
 
 struct Cost {
