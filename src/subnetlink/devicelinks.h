@@ -12,10 +12,10 @@
 
 namespace emf {
 
-// Adds an entry for each device that passes, by device number; of two with one number the last
-// counts. Each that does not pass is traced.
-void addDeviceLinks(const DeviceList& devices,
-                    const std::map<std::string, std::string>& subnetLinks,
-                    std::map<unsigned long, std::string>& deviceLinks, LinkTraces& traces);
+// Replaces `deviceLinks` by an entry for each device that passes, by device number; of two with one
+// number the last counts. Each that does not pass is traced.
+void rebuildDeviceLinks(const DeviceList& devices,
+                        const std::map<std::string, std::string>& subnetLinks,
+                        std::map<unsigned long, std::string>& deviceLinks, LinkTraces& traces);
 
 }  // namespace emf

@@ -9,9 +9,7 @@ namespace emf {
 namespace {
 
 // The leading decimal number, cut to `int`; 0 when there is none.
-int decimal(const std::string& text) {
-  return static_cast<int>(std::strtol(text.c_str(), nullptr, 10));
-}
+int decimal(const char* text) { return static_cast<int>(std::strtol(text, nullptr, 10)); }
 
 // By way of long, so that the sign fills the upper half.
 unsigned long widened(int number) { return static_cast<unsigned long>(static_cast<long>(number)); }
@@ -23,23 +21,22 @@ std::string JsonDevices::nativeId(std::size_t index) const {
 }
 
 bool JsonDevices::origin(std::size_t index, LinkTraces&) const {
-  return decimal(textMember(nodes_[index], "origin")) == 1;
+  return decimal(textMember(nodes_[index], "origin").c_str()) == 1;
 }
 
 std::string JsonDevices::parentKey(std::size_t index) const {
   return subnetKey(textMember(nodes_[index], "parentId"));
 }
 
-unsigned long JsonDevices::number(std::size_t index) const {
-  const std::string id = nativeId(index);
-  return widened(decimal(id.substr(id.find('=') + 1)));
+unsigned long JsonDevices::number(std::size_t, const std::string& nativeId) const {
+  return widened(decimal(nativeId.c_str() + nativeId.find('=') + 1));
 }
 
 bool RecordDevices::origin(std::size_t index, LinkTraces& traces) const {
   return isOriginElement(devices_[index].asnKeyVal, traces);
 }
 
-unsigned long RecordDevices::number(std::size_t index) const {
+unsigned long RecordDevices::number(std::size_t index, const std::string&) const {
   return widened(devices_[index].deviceId);
 }
 

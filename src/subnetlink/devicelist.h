@@ -25,7 +25,7 @@ class DeviceList {
   virtual bool origin(std::size_t index, LinkTraces& traces) const = 0;
   virtual std::string parentKey(std::size_t index) const = 0;
   // An `int`, widened with its sign.
-  virtual unsigned long number(std::size_t index) const = 0;
+  virtual unsigned long number(std::size_t index, const std::string& nativeId) const = 0;
 };
 
 class JsonDevices : public DeviceList {
@@ -37,7 +37,7 @@ class JsonDevices : public DeviceList {
   bool origin(std::size_t index, LinkTraces& traces) const override;
   std::string parentKey(std::size_t index) const override;
   // The number behind the first "=" of the native id.
-  unsigned long number(std::size_t index) const override;
+  unsigned long number(std::size_t index, const std::string& nativeId) const override;
 
  private:
   const std::vector<Json::Value>& nodes_;
@@ -50,7 +50,7 @@ class RecordDevices : public DeviceList {
   std::string nativeId(std::size_t index) const override { return devices_[index].nativeId; }
   bool origin(std::size_t index, LinkTraces& traces) const override;
   std::string parentKey(std::size_t index) const override { return devices_[index].submapId; }
-  unsigned long number(std::size_t index) const override;
+  unsigned long number(std::size_t index, const std::string& nativeId) const override;
 
  private:
   const std::vector<SouthDevice>& devices_;

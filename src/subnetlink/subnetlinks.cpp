@@ -31,25 +31,30 @@ std::string linkInCycle(const std::vector<std::string>& labels, std::size_t memb
 
 }  // namespace
 
-SubnetLinks::SubnetLinks(const SubnetList& list, std::map<std::string, std::string>& links,
-                         LinkTraces& traces)
-    : list_(list), links_(links), traces_(traces), subnets_(list.size()) {}
+SubnetLinks::SubnetLinks(const SubnetList& list, LinkTraces& traces)
+    : list_(list), traces_(traces), subnets_(list.size()), places_(list.size()) {}
 
-void SubnetLinks::rebuild() {
+void SubnetLinks::rebuild(std::map<std::string, std::string>& links) {
+  links.clear();
+  auto last = links.end();
   for (std::size_t place = 0; place < subnets_.size(); ++place) {
-    std::string key = list_.key(place);
-    if (links_.count(key) != 0) continue;
+    if (place == indexed_) indexNext();
+    Subnet& subnet = subnets_[place];
+    if (!subnet.first) continue;
     resolve(place);
     traceEnd(place, place);
-    std::string& link = subnets_[place].text;
-    traces_.subnetLink(link);
-    links_.emplace(std::move(key), std::move(link));
+    traces_.subnetLink(*subnet.link);
+    // Neighbours in the list mostly are neighbours in the map.
+    last = links.emplace_hint(last, subnet.key, std::move(subnet.text));
+    subnet.link = &last->second;
   }
 }
 
-std::string SubnetLinks::linkOf(const std::string& key) {
-  const auto known = links_.find(key);
-  if (known != links_.end()) return known->second;
+std::string SubnetLinks::linkOf(const std::string& key,
+                                const std::map<std::string, std::string>& known) {
+  const auto entry = known.find(key);
+  if (entry != known.end()) return entry->second;
+  known_ = &known;
   const std::size_t place = find(key);
   if (place == kNoPlace) {
     traces_.missingSubnet(key);
@@ -57,36 +62,54 @@ std::string SubnetLinks::linkOf(const std::string& key) {
   }
   resolve(place);
   traceEnd(place, 0);
-  return subnets_[place].text;
+  return *subnets_[place].link;
 }
 
-// Reads the list no further than a scan for the key would, so that an object that cannot be read
-// stops the work at the same point.
+void SubnetLinks::indexNext() {
+  Subnet& subnet = subnets_[indexed_];
+  subnet.key = list_.key(indexed_);
+  subnet.first = places_.insert(subnet.key, indexed_);
+  const std::size_t place = indexed_++;
+  if (!subnet.first) return;
+  try {
+    fetch(place);
+  } catch (const std::exception&) {
+    // It is raised again when a walk comes to this subnet; to find its key is no failure.
+  }
+}
+
+void SubnetLinks::fetch(std::size_t place) {
+  Subnet& subnet = subnets_[place];
+  subnet.text = list_.label(place);
+  subnet.parentKey = list_.parentKey(place);
+  subnet.fetched = true;
+}
+
+// Goes through the list no further than a scan for the key would.
 std::size_t SubnetLinks::find(const std::string& key) {
-  const auto known = places_.find(key);
-  if (known != places_.end()) return known->second;
+  if (const std::size_t* place = places_.find(key)) return *place;
   while (indexed_ < subnets_.size()) {
-    const auto entry = places_.emplace(list_.key(indexed_), indexed_);
-    ++indexed_;
-    if (entry.second && entry.first->first == key) return entry.first->second;
+    indexNext();
+    if (subnets_[indexed_ - 1].key == key) return indexed_ - 1;
   }
   return kNoPlace;
 }
 
 void SubnetLinks::read(std::size_t place) {
   Subnet& subnet = subnets_[place];
-  subnet.text = list_.label(place);
-  const std::string parentKey = list_.parentKey(place);
+  if (!subnet.fetched) fetch(place);
   subnet.parent = subnet.endAt = subnet.earliest = place;
   subnet.state = State::kOnWalk;
   walk_.push_back(place);
-  if (parentKey == list_.key(place)) return;
-  const auto known = links_.find(parentKey);
-  if (known != links_.end()) {
-    prepend(known->second, subnet.text);
-    return;
+  if (subnet.parentKey == subnet.key) return;
+  if (known_ != nullptr) {
+    const auto known = known_->find(subnet.parentKey);
+    if (known != known_->end()) {
+      prepend(known->second, subnet.text);
+      return;
+    }
   }
-  const std::size_t parent = find(parentKey);
+  const std::size_t parent = find(subnet.parentKey);
   if (parent == kNoPlace) {
     subnet.end = End::kMissingParent;
   } else {
@@ -119,6 +142,7 @@ void SubnetLinks::resolveCycle(std::size_t first) {
   for (std::size_t member = 0; member < cycle.size(); ++member) {
     Subnet& subnet = subnets_[cycle[member]];
     subnet.text = named ? linkInCycle(labels, member) : std::string();
+    subnet.link = &subnet.text;
     subnet.end = End::kCycle;
     subnet.state = State::kResolved;
   }
@@ -128,11 +152,12 @@ void SubnetLinks::joinBelowParent(std::size_t place) {
   Subnet& subnet = subnets_[place];
   if (subnet.parent != place) {
     const Subnet& parent = subnets_[subnet.parent];
-    prepend(parent.text, subnet.text);
+    prepend(*parent.link, subnet.text);
     subnet.end = parent.end;
     subnet.endAt = parent.endAt;
     subnet.earliest = std::min(place, parent.earliest);
   }
+  subnet.link = &subnet.text;
   subnet.state = State::kResolved;
 }
 
@@ -140,8 +165,8 @@ void SubnetLinks::joinBelowParent(std::size_t place) {
 void SubnetLinks::traceEnd(std::size_t place, std::size_t turn) {
   const Subnet& subnet = subnets_[place];
   if (subnet.endAt != place && subnets_[subnet.parent].earliest < turn) return;
-  if (subnet.end == End::kMissingParent) traces_.missingSubnet(list_.parentKey(subnet.endAt));
-  if (subnet.end == End::kCycle) traces_.repeatedSubnet(list_.key(subnet.endAt));
+  if (subnet.end == End::kMissingParent) traces_.missingSubnet(subnets_[subnet.endAt].parentKey);
+  if (subnet.end == End::kCycle) traces_.repeatedSubnet(subnets_[subnet.endAt].key);
 }
 
 }  // namespace emf

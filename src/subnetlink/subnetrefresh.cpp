@@ -112,42 +112,38 @@ bool SubmapBufMgr::QueryNodesByClass(std::initializer_list<std::string> classes,
 
 void SubmapBufMgr::refreshSubnetNameLink(const std::vector<Json::Value>& subnets) {
   emf::WriteGuard guard(m_rwLock);
-  m_subnetLink.clear();
   JsonTraces traces;
-  emf::SubnetLinks(emf::JsonSubnets(subnets), m_subnetLink, traces).rebuild();
+  emf::SubnetLinks(emf::JsonSubnets(subnets), traces).rebuild(m_subnetLink);
 }
 
 void SubmapBufMgr::refreshSubnetNameLink(const std::vector<emf::SouthSubnet>& subnets) {
   emf::WriteGuard guard(m_rwLock);
-  m_subnetLink.clear();
   RecordTraces traces;
-  emf::SubnetLinks(emf::RecordSubnets(subnets), m_subnetLink, traces).rebuild();
+  emf::SubnetLinks(emf::RecordSubnets(subnets), traces).rebuild(m_subnetLink);
 }
 
 std::string SubmapBufMgr::getParentLinkSubnetName(const std::string& subnetKey,
                                                   const std::vector<Json::Value>& subnets) {
   JsonTraces traces;
-  return emf::SubnetLinks(emf::JsonSubnets(subnets), m_subnetLink, traces).linkOf(subnetKey);
+  return emf::SubnetLinks(emf::JsonSubnets(subnets), traces).linkOf(subnetKey, m_subnetLink);
 }
 
 std::string SubmapBufMgr::getParentLinkSubnetName(const std::string& subnetKey,
                                                   const std::vector<emf::SouthSubnet>& subnets) {
   RecordTraces traces;
-  return emf::SubnetLinks(emf::RecordSubnets(subnets), m_subnetLink, traces).linkOf(subnetKey);
+  return emf::SubnetLinks(emf::RecordSubnets(subnets), traces).linkOf(subnetKey, m_subnetLink);
 }
 
 void SubmapBufMgr::refreshDeviceSubnetNameLink(const std::vector<Json::Value>& nodes) {
   emf::WriteGuard guard(m_rwLock);
-  m_devSubnetLink.clear();
   JsonTraces traces;
-  emf::addDeviceLinks(emf::JsonDevices(nodes), m_subnetLink, m_devSubnetLink, traces);
+  emf::rebuildDeviceLinks(emf::JsonDevices(nodes), m_subnetLink, m_devSubnetLink, traces);
 }
 
 void SubmapBufMgr::refreshDeviceSubnetNameLink(const std::vector<emf::SouthDevice>& devices) {
   emf::WriteGuard guard(m_rwLock);
-  m_devSubnetLink.clear();
   RecordTraces traces;
-  emf::addDeviceLinks(emf::RecordDevices(devices), m_subnetLink, m_devSubnetLink, traces);
+  emf::rebuildDeviceLinks(emf::RecordDevices(devices), m_subnetLink, m_devSubnetLink, traces);
 }
 
 bool SubmapBufMgr::IsRealNE(const std::string& nativeId) { return emf::isRealElement(nativeId); }

@@ -37,6 +37,8 @@ int __wrap_pthread_rwlock_unlock(pthread_rwlock_t* lock) {
 namespace emf::test {
 namespace {
 
+using emf::doubles::FailingLocks;
+
 class SubmapLockFailure : public TaskTest {
  protected:
   SubmapLockFailure() {

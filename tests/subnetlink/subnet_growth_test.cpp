@@ -13,8 +13,7 @@ namespace {
 
 constexpr std::size_t kDepth = 10;
 
-// Chains of ten subnets; the list has every deepest one first, the roots last. Each read counts:
-// a walk reads every subnet that it steps on, so reads are steps.
+// Chains of ten subnets; the list has every deepest one first, the roots last. Each read counts.
 class CountedSubnets : public SubnetList {
  public:
   explicit CountedSubnets(std::size_t size) : size_(size) {}
@@ -47,16 +46,16 @@ std::size_t readsOf(std::size_t size) {
   const CountedSubnets list(size);
   std::map<std::string, std::string> links;
   NoTraces traces;
-  SubnetLinks(list, links, traces).rebuild();
+  SubnetLinks(list, traces).rebuild(links);
   EXPECT_EQ(links.size(), size);
   EXPECT_EQ(links["0"].substr(0, links["0"].find('/')), "label" + std::to_string(size - size / 10));
   return list.reads;
 }
 
 TEST(SubnetGrowth, EverySubnetIsReadOnceInTheWorstOrder) {
-  // The key for its turn, for the index and for the comparison with its parent's.
-  EXPECT_EQ(readsOf(2000), 2000U * (3 + 1 + 1));
-  EXPECT_EQ(readsOf(20000), 20000U * (3 + 1 + 1));
+  constexpr std::size_t kMembers = 3;  // key, label, parent
+  EXPECT_EQ(readsOf(2000), 2000 * kMembers);
+  EXPECT_EQ(readsOf(20000), 20000 * kMembers);
 }
 
 // A chain below one root, deepest first.
@@ -88,7 +87,7 @@ TEST(SubnetGrowth, ChainTenThousandDeepFitsASmallStack) {
   std::map<std::string, std::string> links;
   runOnSmallStack([&] {
     NoTraces traces;
-    SubnetLinks(RecordSubnets(records), links, traces).rebuild();
+    SubnetLinks(RecordSubnets(records), traces).rebuild(links);
   });
   std::string deepest = "a";
   for (std::size_t level = 1; level < kLevels; ++level) deepest += "/a";
@@ -103,7 +102,7 @@ TEST(SubnetGrowth, CycleOfThousandsFitsASmallStack) {
   std::map<std::string, std::string> links;
   runOnSmallStack([&] {
     NoTraces traces;
-    SubnetLinks(RecordSubnets(records), links, traces).rebuild();
+    SubnetLinks(RecordSubnets(records), traces).rebuild(links);
     EXPECT_EQ(traces.events.size(), kLevels);
   });
   for (const auto& entry : links) ASSERT_EQ(entry.second.size(), 2 * kLevels - 1) << entry.first;
@@ -116,11 +115,11 @@ TEST(SubnetGrowth, ManyLevelsWithoutLabels) {
   for (SouthSubnet& record : records) record.label.clear();
   std::map<std::string, std::string> links;
   NoTraces traces;
-  SubnetLinks(RecordSubnets(records), links, traces).rebuild();
+  SubnetLinks(RecordSubnets(records), traces).rebuild(links);
   EXPECT_EQ(links.size(), kLevels);
   records.back().parentId = std::to_string(kLevels - 1);
   links.clear();
-  SubnetLinks(RecordSubnets(records), links, traces).rebuild();
+  SubnetLinks(RecordSubnets(records), traces).rebuild(links);
   EXPECT_EQ(traces.events.size(), kLevels);
 }
 

@@ -18,13 +18,12 @@ using ::testing::UnorderedElementsAre;
 class SubnetLinksTest : public ::testing::Test {
  protected:
   void rebuild(const Objects& subnets) {
-    links.clear();
     traces.events.clear();
-    SubnetLinks(JsonSubnets(subnets), links, traces).rebuild();
+    SubnetLinks(JsonSubnets(subnets), traces).rebuild(links);
   }
 
   std::string linkOf(const std::string& key, const Objects& subnets) {
-    return SubnetLinks(JsonSubnets(subnets), links, traces).linkOf(key);
+    return SubnetLinks(JsonSubnets(subnets), traces).linkOf(key, links);
   }
 
   std::map<std::string, std::string> links;
@@ -35,6 +34,13 @@ TEST_F(SubnetLinksTest, EmptyListGivesNothing) {
   rebuild({});
   EXPECT_THAT(links, IsEmpty());
   EXPECT_THAT(traces.events, IsEmpty());
+}
+
+TEST_F(SubnetLinksTest, LinksOfBeforeAreGone) {
+  links = {{"S1", "old"}, {"S2", "old"}};
+  rebuild({subnet("1", "Region", "2")});
+  EXPECT_THAT(links, ElementsAre(Pair("S1", "Region")));
+  EXPECT_THAT(traces.events, ElementsAre("missing S2", "link Region"));
 }
 
 TEST_F(SubnetLinksTest, RootHasItsOwnLabel) {
@@ -211,7 +217,7 @@ TEST_F(SubnetLinksTest, OneLinkOfAMissingSubnetIsEmpty) {
 TEST_F(SubnetLinksTest, RecordsAreTakenAsTheyStand) {
   const std::vector<SouthSubnet> records = {
       {"S3", "Site", "2"}, {"2", "City", "/"}, {"/", "Region", "/"}, {"7", "Lost", "S9"}};
-  SubnetLinks(RecordSubnets(records), links, traces).rebuild();
+  SubnetLinks(RecordSubnets(records), traces).rebuild(links);
   EXPECT_THAT(links, UnorderedElementsAre(Pair("S3", "Region/City/Site"), Pair("2", "Region/City"),
                                           Pair("/", "Region"), Pair("7", "Lost")));
   EXPECT_THAT(traces.events, ElementsAre("link Region/City/Site", "link Region/City", "link Region",

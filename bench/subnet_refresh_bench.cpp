@@ -1,0 +1,151 @@
+// What the in-memory part of a subnet-link refresh costs: time against a tenth of the network, peak
+// memory, and how long lookups wait meanwhile. Five elements to a subnet, subnets ten deep, listed
+// parents first (best order) or deepest first (worst order).
+#include <benchmark/benchmark.h>
+#include <json/value.h>
+#include <malloc.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "paired.h"
+#include "submapbufmgr.h"
+
+namespace {
+
+// Bytes of the heap in use by way of operator new, and the most there were since the last mark.
+std::atomic<std::int64_t> heapBytes{0};
+std::atomic<std::int64_t> heapPeak{0};
+
+void* allocate(std::size_t size) {
+  void* const block = std::malloc(size);
+  if (block == nullptr) throw std::bad_alloc();
+  const auto usable = static_cast<std::int64_t>(malloc_usable_size(block));
+  const std::int64_t now = heapBytes.fetch_add(usable, std::memory_order_relaxed) + usable;
+  if (now > heapPeak.load(std::memory_order_relaxed)) heapPeak = now;
+  return block;
+}
+
+void release(void* block) {
+  heapBytes.fetch_sub(static_cast<std::int64_t>(malloc_usable_size(block)),
+                      std::memory_order_relaxed);
+  std::free(block);
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) { return allocate(size); }
+void operator delete(void* block) noexcept { release(block); }
+void operator delete(void* block, std::size_t) noexcept { release(block); }
+
+namespace {
+
+constexpr std::size_t kElementsInSubnet = 5;
+constexpr std::size_t kDepth = 10;
+
+enum Order : std::int64_t { kParentsFirst, kDeepestFirst };
+
+struct Network {
+  Network(std::size_t elements, Order order) {
+    const std::size_t count = elements / kElementsInSubnet;
+    const std::size_t chains = count / kDepth;
+    for (std::size_t place = 0; place < count; ++place) {
+      const std::size_t own = order == kDeepestFirst ? count - 1 - place : place;
+      Json::Value subnet(Json::objectValue);
+      subnet["objId"] = std::to_string(own);
+      subnet["label"] = "subnet " + std::to_string(own);
+      subnet["parentId"] = std::to_string(own < chains ? own : own - chains);
+      subnets.push_back(std::move(subnet));
+    }
+    for (std::size_t element = 0; element < elements; ++element) {
+      Json::Value node(Json::objectValue);
+      node["nativeId"] = "NE=" + std::to_string(element + 2);
+      node["origin"] = "1";
+      node["parentId"] = std::to_string(element % count);
+      nodes.push_back(std::move(node));
+    }
+  }
+
+  void refresh() const {
+    SubmapBufMgr::Instance()->refreshSubnetNameLink(subnets);
+    SubmapBufMgr::Instance()->refreshDeviceSubnetNameLink(nodes);
+  }
+
+  std::vector<Json::Value> subnets;
+  std::vector<Json::Value> nodes;
+};
+
+// A second refresh, as in a running agent: over the maps of the first.
+double peakMegabytes(const Network& network) {
+  SubmapBufMgr::Destroy();
+  const std::int64_t before = heapBytes;
+  network.refresh();
+  heapPeak = heapBytes.load();
+  network.refresh();
+  return static_cast<double>(heapPeak - before) / 1e6;
+}
+
+// Over the maps of the same network, as in a running agent.
+double refreshSeconds(const Network& network) {
+  network.refresh();
+  const auto again = [&] { network.refresh(); };
+  return costOf(again).seconds;
+}
+
+// `growth` is the median factor over a tenth of the elements, measured in turns.
+void refresh(benchmark::State& state) {
+  const auto elements = static_cast<std::size_t>(state.range(0));
+  const auto order = static_cast<Order>(state.range(1));
+  const Network whole(elements, order);
+  const Network tenth(elements / 10, order);
+  std::vector<double> growth;
+  for (auto _ : state) {
+    const double seconds = refreshSeconds(whole);
+    growth.push_back(seconds / refreshSeconds(tenth));
+    state.SetIterationTime(seconds);
+  }
+  state.counters["growth"] = median(growth);
+  state.counters["peak_MB"] = peakMegabytes(whole);
+  SubmapBufMgr::Destroy();
+}
+BENCHMARK(refresh)
+    ->ArgNames({"elements", "deepest_first"})
+    ->ArgsProduct({{1000, 10000, 100000}, {kParentsFirst, kDeepestFirst}})
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+
+// The longest of all lookups on two threads while a network of 100,000 refreshes over and over.
+void longestLookup(benchmark::State& state) {
+  const Network network(100000, kDeepestFirst);
+  network.refresh();
+  std::atomic<bool> done{false};
+  std::atomic<std::int64_t> longest{0};
+  const auto look = [&](unsigned long device) {
+    std::string link;
+    while (!done) {
+      device = device % 100000 + 2;
+      const auto start = std::chrono::steady_clock::now();
+      SubmapBufMgr::Instance()->GetSubmapName(link, device);
+      const std::int64_t waited = (std::chrono::steady_clock::now() - start).count();
+      if (waited > longest.load(std::memory_order_relaxed)) longest = waited;
+    }
+  };
+  std::thread first(look, 1UL);
+  std::thread second(look, 50000UL);
+  for (auto _ : state) network.refresh();
+  done = true;
+  first.join();
+  second.join();
+  state.counters["longest_ms"] = static_cast<double>(longest) / 1e6;
+  SubmapBufMgr::Destroy();
+}
+BENCHMARK(longestLookup)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+}  // namespace
