@@ -12,8 +12,14 @@ namespace {
 constexpr std::size_t kHeadsInReach = 12;
 constexpr std::uint32_t kDevicesForACrossLink = 5;
 
-// By LinkKind: a physical port, a logical one, a virtual one.
-constexpr std::int64_t kPortTypes[] = {0x10002, 0x10003, 0x10008};
+struct LinkSort {
+  LinkKind kind;
+  std::int64_t portType;
+};
+
+constexpr LinkSort kIp = {LinkKind::Ip, 0x10002};
+constexpr LinkSort kLayer2 = {LinkKind::Layer2, 0x10003};
+constexpr LinkSort kVirtual = {LinkKind::Virtual, 0x10008};
 
 }  // namespace
 
@@ -39,26 +45,25 @@ void LinkMaker::addCrossLinks() {
 }
 
 void LinkMaker::link(std::int64_t a, std::int64_t z) {
+  const LinkSort& sort = random_.percent(80) ? kIp : random_.percent(60) ? kLayer2 : kVirtual;
   LinkRow row;
-  row.kind = random_.percent(80)   ? LinkKind::Physical
-             : random_.percent(60) ? LinkKind::Logical
-                                   : LinkKind::Virtual;
-  row.portA = addPort(a, row.kind);
-  row.portZ = addPort(z, row.kind);
+  row.kind = sort.kind;
+  row.portA = addPort(a, sort.portType);
+  row.portZ = addPort(z, sort.portType);
   row.id = ++lastLinkId_;
   row.name = "NE" + std::to_string(a) + " - NE" + std::to_string(z);
   row.attribute = random_.below(8);
   writer_.add(row);
 }
 
-std::int64_t LinkMaker::addPort(std::int64_t deviceId, LinkKind kind) {
+std::int64_t LinkMaker::addPort(std::int64_t deviceId, std::int64_t type) {
   std::uint32_t chance = random_.below(100);
   const PortState* state = std::begin(kPortStates);
   while (chance >= state->share) {
     chance -= state->share;
     ++state;
   }
-  return ports_.add(deviceId, kPortTypes[static_cast<int>(kind)], state->first, state->second);
+  return ports_.add(deviceId, type, state->first, state->second);
 }
 
 }  // namespace ormasim

@@ -24,7 +24,7 @@ class LinkMaker {
 
  private:
   void link(std::int64_t a, std::int64_t z);
-  std::int64_t addPort(std::int64_t deviceId, LinkKind kind);
+  std::int64_t addPort(std::int64_t deviceId, std::int64_t type);
 
   InventoryWriter& writer_;
   Random& random_;

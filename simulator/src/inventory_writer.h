@@ -66,12 +66,12 @@ struct PortRow {
   std::int64_t stateB = 1;
 };
 
-enum class LinkKind { Physical = 0, Logical = 1, Virtual = 2 };
+enum class LinkKind { Virtual = 0, Layer2 = 105, Ip = 204 };
 
 struct LinkRow {
   std::int64_t id = 0;
   std::string name;
-  LinkKind kind = LinkKind::Physical;
+  LinkKind kind = LinkKind::Ip;
   std::int64_t attribute = 0;
   std::int64_t portA = 0;
   std::int64_t portZ = 0;

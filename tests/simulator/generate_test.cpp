@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <regex>
+
 #include "support.h"
 #include "utf8.h"
 
@@ -117,11 +119,43 @@ TEST_F(GenerateTest, LinksJoinEveryElement) {
 
 TEST_F(GenerateTest, LinksAreOfThreeKindsAndShareNoPort) {
   const std::string file = generate(2000);
-  EXPECT_THAT(query(file, "SELECT DISTINCT kind FROM link ORDER BY kind"),
-              ElementsAre("0", "1", "2"));
+  // A virtual link joins virtual ports, a layer 2 link logical ones, an IP link physical ones.
+  EXPECT_THAT(query(file,
+                    "SELECT DISTINCT kind, a.type, z.type FROM link JOIN port a ON a_port = "
+                    "a.port_id JOIN port z ON z_port = z.port_id ORDER BY kind"),
+              ElementsAre("0|65544|65544", "105|65539|65539", "204|65538|65538"));
   EXPECT_EQ(one(file,
                 "SELECT count(*) - count(DISTINCT port) FROM (SELECT a_port AS port "
                 "FROM link UNION ALL SELECT z_port FROM link)"),
+            "0");
+}
+
+TEST_F(GenerateTest, FourOfFiveLinksAreIpAndASmallNetworkHasEveryKind) {
+  EXPECT_THAT(one(generate(2000),
+                  "SELECT round(100.0 * sum(kind = 204) / count(*)) BETWEEN 76 AND 84, "
+                  "sum(kind = 105) > sum(kind = 0) FROM link"),
+              "1|1");
+  EXPECT_EQ(one(generate(50), "SELECT count(DISTINCT kind) FROM link"), "3");
+}
+
+// The word, a blank, a number, and then a blank or the end.
+TEST_F(GenerateTest, ProcessOfASubnetStandsBetweenBlanks) {
+  const std::regex form("(.* )?ProcID [1-9][0-9]*( .*)?");
+  const std::vector<std::string> texts = query(generate(500), "SELECT ex_info FROM subnet");
+  ASSERT_GT(texts.size(), 10u);
+  for (const std::string& text : texts) EXPECT_TRUE(std::regex_match(text, form)) << text;
+}
+
+// The type comes first, and one character stands between it and the process.
+TEST_F(GenerateTest, TypeOfADeviceStandsBeforeItsProcess) {
+  const std::regex form("NodeType=[A-Za-z]+;ProcID=[1-9][0-9]*(;MainNode=1)?");
+  const std::string file = generate(500);
+  for (const std::string& text : query(file, "SELECT ex_info FROM device")) {
+    EXPECT_TRUE(std::regex_match(text, form)) << text;
+  }
+  EXPECT_EQ(one(file,
+                "SELECT count(*) FROM device WHERE (subnet_id = '102') <> "
+                "(ex_info LIKE '%MainNode%')"),
             "0");
 }
 

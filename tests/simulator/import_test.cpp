@@ -133,17 +133,25 @@ TEST_F(ImportTest, ByteOrderMarkIsPassedOver) {
   EXPECT_THAT(imported({file}, "SELECT name FROM device"), ElementsAre("a-0"));
 }
 
-TEST_F(ImportTest, EdgeIsALinkWithAPortOfItsOwnAtEachEnd) {
+TEST_F(ImportTest, EdgeIsAnIpLinkWithAPortOfItsOwnAtEachEnd) {
   const std::string file = directory_.write(
       "a.graphml",
       graphml(edge("0", "1") + node("0", {}) + node("1", {}) + edge("1", "0") + edge("1", "1")));
-  EXPECT_THAT(
-      imported({file},
-               "SELECT link_id, kind, p.dev_id, p.name, q.dev_id, q.name FROM link "
-               "JOIN port p ON p.port_id = a_port JOIN port q ON q.port_id = z_port "
-               "ORDER BY link_id"),
-      ElementsAre("1|0|2|GE0/1/1|3|GE0/1/1", "2|0|3|GE0/1/2|2|GE0/1/2", "3|0|3|GE0/1/3|3|GE0/1/4"));
+  EXPECT_THAT(imported({file},
+                       "SELECT link_id, kind, p.dev_id, p.name, q.dev_id, q.name FROM link "
+                       "JOIN port p ON p.port_id = a_port JOIN port q ON q.port_id = z_port "
+                       "ORDER BY link_id"),
+              ElementsAre("1|204|2|GE0/1/1|3|GE0/1/1", "2|204|3|GE0/1/2|2|GE0/1/2",
+                          "3|204|3|GE0/1/3|3|GE0/1/4"));
   EXPECT_THAT(query(database_, "PRAGMA foreign_key_check"), IsEmpty());
+}
+
+TEST_F(ImportTest, ExtraTextsAreOfTheFormsOfSubnetsAndDevices) {
+  const std::string file = directory_.write("a.graphml", graphml(node("0", {{"Country", "Peru"}})));
+  EXPECT_THAT(imported({file}, "SELECT ex_info FROM subnet ORDER BY topo_id"),
+              ElementsAre("ProcID 1", "Level 2 ProcID 2 import", "Level 3 ProcID 3 import"));
+  EXPECT_THAT(query(database_, "SELECT ex_info FROM device"),
+              ElementsAre("NodeType=Router;ProcID=1"));
 }
 
 TEST_F(ImportTest, NodesOfOneFileAreNotThoseOfAnother) {
