@@ -27,30 +27,39 @@ Json::Value otherType(const Json::Value& value) {
   return array;
 }
 
-// The number of members that were changed, at any depth.
-std::size_t changeType(Json::Value& value, const std::string& key) {
-  std::size_t changed = 0;
+void changeType(Json::Value& object, const std::string& key) {
+  object[key] = otherType(object[key]);
+}
+
+void removeKey(Json::Value& object, const std::string& key) { object.removeMember(key); }
+
+// What happens to a member of an object.
+using Spoiler = void (*)(Json::Value& object, const std::string& key);
+
+// The number of members that were spoilt, at any depth.
+std::size_t spoilMembers(Json::Value& value, const std::string& key, Spoiler spoil) {
+  std::size_t spoilt = 0;
   if (value.isObject()) {
     for (const std::string& name : value.getMemberNames()) {
       if (name == key) {
-        value[name] = otherType(value[name]);
-        ++changed;
+        spoil(value, key);
+        ++spoilt;
       } else {
-        changed += changeType(value[name], key);
+        spoilt += spoilMembers(value[name], key, spoil);
       }
     }
   } else if (value.isArray()) {
-    for (Json::Value& element : value) changed += changeType(element, key);
+    for (Json::Value& element : value) spoilt += spoilMembers(element, key, spoil);
   }
-  return changed;
+  return spoilt;
 }
 
-void spoilType(const std::string& key, httplib::Response& response) {
+void spoilKey(const std::string& key, Spoiler spoil, httplib::Response& response) {
   const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
   const std::string& body = response.body;
   Json::Value document;
   reader->parse(body.data(), body.data() + body.size(), &document, nullptr);
-  if (changeType(document, key) == 0) {
+  if (spoilMembers(document, key, spoil) == 0) {
     // Passing the answer on would let a misspelt script look like a program that copes.
     setError(response, 500, "fault script: the answer has no member \"" + key + "\"");
     return;
@@ -91,6 +100,7 @@ bool actBeforeAnswer(const Fault& fault, Connection& connection, httplib::Respon
       return true;
     case FaultAction::Cut:
     case FaultAction::WrongType:
+    case FaultAction::RemoveKey:
       return false;
   }
   return false;
@@ -98,7 +108,8 @@ bool actBeforeAnswer(const Fault& fault, Connection& connection, httplib::Respon
 
 void actOnAnswer(const Fault& fault, httplib::Response& response) {
   if (fault.action == FaultAction::Cut) cutInHalf(response);
-  if (fault.action == FaultAction::WrongType) spoilType(fault.key, response);
+  if (fault.action == FaultAction::WrongType) spoilKey(fault.key, changeType, response);
+  if (fault.action == FaultAction::RemoveKey) spoilKey(fault.key, removeKey, response);
 }
 
 }  // namespace ormasim

@@ -29,6 +29,7 @@ constexpr ActionWord kActions[] = {
     {"cut", FaultAction::Cut, nullptr, false},
     {"garbage", FaultAction::Garbage, nullptr, false},
     {"wrongType", FaultAction::WrongType, "key", true},
+    {"removeKey", FaultAction::RemoveKey, "key", true},
     {"status", FaultAction::Status, "status", true},
 };
 
@@ -65,7 +66,7 @@ class RuleReader {
       fault_.action = action.action;
       return action;
     }
-    fail("\"action\" is none of refuse, stall, cut, garbage, wrongType, status");
+    fail("\"action\" is none of refuse, stall, cut, garbage, wrongType, removeKey, status");
   }
 
   void readRequests() {
@@ -103,6 +104,7 @@ class RuleReader {
     const Json::Value& value = rule_[action.member];
     switch (action.action) {
       case FaultAction::WrongType:
+      case FaultAction::RemoveKey:
         fault_.key = text("key");
         return;
       case FaultAction::Status:

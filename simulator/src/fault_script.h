@@ -24,6 +24,7 @@ enum class FaultAction {
   Cut,        // close in the middle of the answer's body
   Garbage,    // answer 200 with bytes that are no JSON
   WrongType,  // give a member another JSON type
+  RemoveKey,  // leave a member out
   Status      // answer with a status
 };
 
@@ -33,7 +34,7 @@ struct Fault {
   std::vector<std::uint64_t> requests;  // or, when not empty, these, counted from 1
   FaultAction action = FaultAction::Refuse;
   int status = 0;                                 // Status
-  std::string key;                                // WrongType
+  std::string key;                                // WrongType, RemoveKey
   std::optional<std::chrono::milliseconds> time;  // Stall; none: until the connection ends
 };
 

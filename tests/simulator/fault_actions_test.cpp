@@ -125,6 +125,21 @@ TEST_F(FaultActionsTest, WrongTypeOfAKeyThatIsNotThereIsToldAsAMistakeOfTheScrip
   EXPECT_EQ(reasonOf(result), "fault script: the answer has no member \"objlist\"");
 }
 
+TEST_F(FaultActionsTest, RemoveKeyLeavesTheMemberOutAtAnyDepth) {
+  serveWith(R"("removeKey", "key": "name")");
+  const Json::Value spoilt = json(get(kDevices)->body);
+  Json::Value expected = json(soundBody());
+  for (Json::Value& row : expected["objList"]) row.removeMember("name");
+  EXPECT_EQ(spoilt, expected);
+}
+
+TEST_F(FaultActionsTest, RemoveKeyThatIsNotThereIsToldAsAMistakeOfTheScript) {
+  serveWith(R"("removeKey", "key": "Marker")");
+  const httplib::Result result = get(kDevices);
+  EXPECT_EQ(result->status, 500);
+  EXPECT_EQ(reasonOf(result), "fault script: the answer has no member \"Marker\"");
+}
+
 TEST_F(FaultActionsTest, FaultComesBeforeTheToken) {
   useToken("sesame");
   serveWith(R"("status", "status": 418)");

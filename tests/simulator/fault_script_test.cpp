@@ -51,10 +51,12 @@ TEST(FaultScriptTest, RulesCarryWhatTheirActionNeeds) {
   FaultScript script = scriptOf(R"([
     {"path": "/a", "requests": [1], "action": "stall"},
     {"path": "/a", "requests": [2], "action": "stall", "seconds": 0.25},
-    {"path": "/a", "requests": [3], "action": "wrongType", "key": "objList"}])");
+    {"path": "/a", "requests": [3], "action": "wrongType", "key": "objList"},
+    {"path": "/a", "requests": [4], "action": "removeKey", "key": "marker"}])");
   EXPECT_FALSE(script.next("/a")->time);
   EXPECT_EQ(script.next("/a")->time, std::chrono::milliseconds(250));
   EXPECT_EQ(script.next("/a")->key, "objList");
+  EXPECT_EQ(script.next("/a")->key, "marker");
 }
 
 TEST(FaultScriptTest, WrongScriptsAreRefusedByRuleAndReason) {
@@ -68,7 +70,7 @@ TEST(FaultScriptTest, WrongScriptsAreRefusedByRuleAndReason) {
        R"(fault script f.json: rule 2: "path" is no service; there are /a, /b)"},
       {rule + R"({"path": "/a", "requests": "all", "action": "explode"}])",
        "fault script f.json: rule 2: \"action\" is none of refuse, stall, cut, garbage, "
-       "wrongType, status"},
+       "wrongType, removeKey, status"},
       {rule + R"({"path": "/a", "requests": "all", "action": "cut", "status": 500}])",
        R"(fault script f.json: rule 2: "status" has no meaning for action cut)"},
       {rule + R"({"path": "/a", "requests": "all", "action": "status"}])",
@@ -79,6 +81,8 @@ TEST(FaultScriptTest, WrongScriptsAreRefusedByRuleAndReason) {
        R"(fault script f.json: rule 2: action wrongType needs "key")"},
       {rule + R"({"path": "/a", "requests": "all", "action": "wrongType", "key": 7}])",
        R"(fault script f.json: rule 2: "key" is missing or no text)"},
+      {rule + R"({"path": "/a", "requests": "all", "action": "removeKey"}])",
+       R"(fault script f.json: rule 2: action removeKey needs "key")"},
       {rule + R"({"path": "/a", "requests": "all", "action": "stall", "seconds": 0}])",
        R"(fault script f.json: rule 2: "seconds" is not a number above 0 and up to 3600)"},
       {rule + R"({"path": "/a", "requests": "all", "action": "stall", "seconds": 1e9}])",
