@@ -70,6 +70,12 @@ std::int64_t integerParameter(const httplib::Request& request, const char* name,
   return static_cast<std::int64_t>(number);
 }
 
+void requireJsonBody(const httplib::Request& request) {
+  if (request.get_header_value("Content-Type") != "application/json") {
+    throw BadRequest("header Content-Type is not application/json");
+  }
+}
+
 void requireValidHeaders(const httplib::Request& request) {
   requireDecimalHeader(request, "X-Orma-Mode", std::numeric_limits<std::uint8_t>::max());
   requireDecimalHeader(request, "X-Orma-Option", std::numeric_limits<std::uint64_t>::max());

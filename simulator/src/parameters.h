@@ -18,6 +18,9 @@ void requireKnownParameters(const httplib::Request& request,
 std::int64_t integerParameter(const httplib::Request& request, const char* name,
                               std::int64_t fallback, std::int64_t minimum, std::int64_t maximum);
 
+// Refuses a body that is not announced as JSON.
+void requireJsonBody(const httplib::Request& request);
+
 // Refuses request headers of the platform (X-Orma-…) whose values are malformed.
 void requireValidHeaders(const httplib::Request& request);
 

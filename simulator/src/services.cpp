@@ -5,6 +5,8 @@ namespace {
 
 constexpr Service kServices[] = {
     {"/rest/resource/v2/dev-properties", "GET", answerDevProperties},
+    {"/rest/topology/v3/tsnodes", "GET", answerTsNodes},
+    {"/rest/topology/v3/subnet-view", "POST", answerSubnetView},
 };
 
 }  // namespace

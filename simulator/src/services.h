@@ -30,5 +30,7 @@ std::vector<std::string> servicePaths();
 
 // The services themselves.
 std::string answerDevProperties(const httplib::Request& request, Inventory& inventory);
+std::string answerTsNodes(const httplib::Request& request, Inventory& inventory);
+std::string answerSubnetView(const httplib::Request& request, Inventory& inventory);
 
 }  // namespace ormasim

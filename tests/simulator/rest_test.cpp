@@ -144,7 +144,8 @@ TEST_F(RestTest, UnknownPathIsNotFound) {
   for (const char* path : {"/", "/rest", "/rest/resource/v2/dev-properties/", "/REST"}) {
     const httplib::Result result = get(path);
     EXPECT_EQ(result->status, 404) << path;
-    EXPECT_EQ(reasonOf(result), std::string("no service at ") + path + "; there are " + kDevices);
+    EXPECT_EQ(reasonOf(result), std::string("no service at ") + path + "; there are " + kDevices +
+                                    ", " + kTsNodes + ", " + kSubnetView);
   }
 }
 
@@ -163,6 +164,8 @@ TEST_F(RestTest, OtherMethodsAreNotAllowed) {
       EXPECT_EQ(reasonOf(result), std::string(kDevices) + " takes GET only");
     }
   }
+  EXPECT_EQ(reasonOf(post(kTsNodes, "{}")), std::string(kTsNodes) + " takes GET only");
+  EXPECT_EQ(reasonOf(get(kSubnetView)), std::string(kSubnetView) + " takes POST only");
 }
 
 TEST_F(RestTest, TokenIsAskedForWhenThereIsOne) {

@@ -27,6 +27,18 @@ httplib::Result ServerTest::get(const std::string& target, const httplib::Header
   return client.Get(target.c_str(), headers);
 }
 
+httplib::Result ServerTest::post(const std::string& target, const std::string& body,
+                                 const char* contentType) {
+  httplib::Client client("127.0.0.1", port_);
+  client.set_read_timeout(30);
+  return client.Post(target.c_str(), body, contentType);
+}
+
+std::string ServerTest::tsNodes(const std::string& conditions, const std::string& more) {
+  return std::string(kTsNodes) + "?conditions=" + httplib::detail::encode_query_param(conditions) +
+         more;
+}
+
 std::string ServerTest::reasonOf(const httplib::Result& result) {
   if (!result) return "no answer";
   EXPECT_EQ(result->get_header_value("Content-Type"), "application/json");

@@ -14,6 +14,8 @@
 namespace ormasim::testing {
 
 constexpr char kDevices[] = "/rest/resource/v2/dev-properties";
+constexpr char kTsNodes[] = "/rest/topology/v3/tsnodes";
+constexpr char kSubnetView[] = "/rest/topology/v3/subnet-view";
 
 class ServerTest : public ::testing::Test {
  protected:
@@ -24,6 +26,10 @@ class ServerTest : public ::testing::Test {
   void useToken(const std::string& token) { settings_.token = token; }
 
   httplib::Result get(const std::string& target, const httplib::Headers& headers = {});
+  httplib::Result post(const std::string& target, const std::string& body,
+                       const char* contentType = "application/json");
+  // The target of a query for topology nodes.
+  static std::string tsNodes(const std::string& conditions, const std::string& more = "");
   // The answer's body, which must be {"error": text}; the text.
   static std::string reasonOf(const httplib::Result& result);
 
