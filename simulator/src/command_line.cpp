@@ -4,12 +4,15 @@
 
 #include <cstdio>
 #include <exception>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "build_paths.h"
+#include "error.h"
 #include "generate.h"
 #include "import.h"
+#include "port_status.h"
 #include "progress.h"
 #include "serve.h"
 
@@ -25,6 +28,7 @@ constexpr char kExamples[] = R"(Examples:
   ormasim import nets/*.graphml --db net.db
   ormasim serve --db net.db --http-port 8080 --agent-config agent.json
   ormasim serve --db net.db --faults faults.json
+  ormasim status --db net.db --port 2/0/1/0/3 --states 0,0
 
 Exit status: 0 done, 1 failed, 2 wrong command line.)";
 
@@ -33,6 +37,8 @@ struct Options {
   ServeOptions serve;
   std::vector<std::string> files;
   std::string database;
+  std::string port;
+  std::string states;
   bool force = false;
   int faultPort = 0;
 };
@@ -59,6 +65,14 @@ void runServe(const Options& options, bool faultPortGiven) {
   ServeOptions serveOptions = options.serve;
   serveOptions.databaseFile = options.database;
   serve(serveOptions);
+}
+
+void runStatus(const Options& options) {
+  const std::optional<PortStates> states = statesOf(options.states);
+  const std::string line = portStatus(options.database, *portOf(options.port), states);
+  if (std::printf("%s\n", line.c_str()) < 0 || std::fflush(stdout) != 0) {
+    throw SimError("cannot write to standard output");
+  }
 }
 
 void addDatabase(CLI::App& command, Options& options) {
@@ -106,6 +120,24 @@ CLI::App& addServe(CLI::App& app, Options& options) {
   return command;
 }
 
+CLI::App& addStatus(CLI::App& app, Options& options) {
+  CLI::App& command = *app.add_subcommand(
+      "status", "Show a port and its links, and change its states, also while they are served");
+  addDatabase(command, options);
+  command.add_option("--port", options.port, "Port id, or DEVICE/FRAME/SLOT/CARD/PORT")
+      ->required()
+      ->type_name("P")
+      ->check([](const std::string& text) {
+        return portOf(text) ? "" : text + " is neither a port id nor DEVICE/FRAME/SLOT/CARD/PORT";
+      });
+  command.add_option("--states", options.states, "Change the port's two states to these")
+      ->type_name("A,B")
+      ->check([](const std::string& text) {
+        return statesOf(text) ? "" : text + " is not two numbers with a comma between them";
+      });
+  return command;
+}
+
 }  // namespace
 
 int runOrmasim(int argc, char** argv) {
@@ -117,6 +149,7 @@ int runOrmasim(int argc, char** argv) {
   const CLI::App& generate = addGenerate(app, options);
   const CLI::App& import = addImport(app, options);
   const CLI::App& serve = addServe(app, options);
+  const CLI::App& status = addStatus(app, options);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -125,6 +158,7 @@ int runOrmasim(int argc, char** argv) {
   try {
     if (generate.parsed()) runGenerate(options);
     if (import.parsed()) runImport(options);
+    if (status.parsed()) runStatus(options);
     if (serve.parsed()) runServe(options, serve.count("--fault-port") > 0);
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "ormasim: %s\n", failure.what());

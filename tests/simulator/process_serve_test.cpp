@@ -81,6 +81,27 @@ TEST_F(ServeProgramTest, EitherSignalStopsItWithinSecondsAlsoWhileARequestIsHeld
   }
 }
 
+TEST_F(ServeProgramTest, StatesChangeWhileTheDatabaseIsServed) {
+  Process process(ORMASIM_PROGRAM, arguments());
+  httplib::Client client("127.0.0.1", portOf(process));
+  ASSERT_EQ(client.Get(kDevices)->status, 200);
+  const std::string states = "SELECT state_a, state_b FROM port WHERE port_id = 1";
+  for (const char* wanted : {"0,1", "-1,1", "1,1"}) {
+    const Outcome changed =
+        run(ORMASIM_PROGRAM, {"status", "--db", database_, "--port", "1", "--states", wanted});
+    EXPECT_EQ(changed.status, 0) << changed.errors;
+    EXPECT_EQ(changed.errors, "");
+    EXPECT_EQ(changed.output,
+              run(ORMASIM_PROGRAM, {"status", "--db", database_, "--port", "1"}).output);
+    const Json::Value line = json(changed.output);
+    EXPECT_EQ(line["states"], json("[" + std::string(wanted) + "]"));
+    EXPECT_EQ(line["links"].size(), 1u);
+    EXPECT_EQ(query(database_, states).at(0),
+              line["states"][0].asString() + "|" + line["states"][1].asString());
+    EXPECT_EQ(client.Get(kDevices)->status, 200);
+  }
+}
+
 TEST_F(ServeProgramTest, PortInUseFailsAndIsNamed) {
   Process first(ORMASIM_PROGRAM, arguments());
   const std::string port = std::to_string(portOf(first));

@@ -31,7 +31,7 @@ TEST_F(ProgramTest, HelpHasExamples) {
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.output, AllOf(HasSubstr("generate"), HasSubstr("import"), HasSubstr("serve"),
                                     HasSubstr("Examples:\n  ormasim generate --elements 200")));
-  for (const char* command : {"generate", "import", "serve"}) {
+  for (const char* command : {"generate", "import", "serve", "status"}) {
     EXPECT_EQ(ormasim({command, "--help"}).status, 0) << command;
   }
 }
@@ -56,6 +56,12 @@ TEST_F(ProgramTest, WrongCommandLinesExitWithTwo) {
       {"serve"},
       {"serve", "--db", database_, "--http-port", "65536"},
       {"serve", "--db", database_, "--http-port", "-1"},
+      {"status", "--db", database_},
+      {"status", "--port", "1"},
+      {"status", "--db", database_, "--port", "1/2"},
+      {"status", "--db", database_, "--port", "1", "--states", "1"},
+      {"status", "--db", database_, "--port", "1", "--states", "1,x"},
+      {"status", "--db", database_, "--port", "1", "--states", ""},
   };
   for (const std::vector<std::string>& arguments : wrong) {
     const Outcome outcome = ormasim(arguments);
@@ -112,6 +118,15 @@ TEST_F(ProgramTest, ImportOfAMalformedFileFails) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.errors, StartsWith("ormasim: " + file + ":"));
   EXPECT_THAT(directory_.entries(), ElementsAre("a.graphml"));
+}
+
+TEST_F(ProgramTest, StatusOfAPortThatIsMissingFails) {
+  ASSERT_EQ(ormasim({"generate", "--elements", "20", "--db", database_}).status, 0);
+  const Outcome outcome = ormasim({"status", "--db", database_, "--port", "9999"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.output, "");
+  EXPECT_EQ(outcome.errors,
+            "ormasim: there is no port 9999 in " + database_ + "; its ids stand in table port\n");
 }
 
 }  // namespace
