@@ -1,5 +1,6 @@
 #include "connection.h"
 
+#include <algorithm>
 #include <sstream>
 
 namespace dao {
@@ -15,6 +16,28 @@ std::shared_ptr<Connection> Connection::open(const ConnectionSettings& settings)
   } catch (const std::exception& failure) {
     throw DatabaseError(kExecNotConnected, "cannot open " + what + ": " + reasonOf(failure));
   }
+}
+
+StatementHandle Connection::takePrepared(const std::string& text) {
+  const auto entry = std::find_if(prepared_.begin(), prepared_.end(),
+                                  [&text](const Prepared& kept) { return kept.text == text; });
+  if (entry == prepared_.end()) return nullptr;
+  StatementHandle statement = std::move(entry->statement);
+  prepared_.erase(entry);
+  return statement;
+}
+
+StatementHandle Connection::prepare(const std::string& text) {
+  StatementHandle statement(session_.make_statement_backend());
+  statement->alloc();
+  statement->prepare(text, soci::details::st_repeatable_query);
+  return statement;
+}
+
+void Connection::keepPrepared(std::string text, StatementHandle statement) {
+  makeIdle(*statement);
+  if (prepared_.size() == kMostPrepared) prepared_.erase(prepared_.begin());
+  prepared_.push_back({std::move(text), std::move(statement)});
 }
 
 std::string reasonOf(const std::exception& failure) {

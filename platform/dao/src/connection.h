@@ -48,21 +48,43 @@ class Connection {
   // The same after a failed read; may ask the server.
   virtual bool isLost() = 0;
 
-  StatementHandle makeStatement() { return StatementHandle(session_.make_statement_backend()); }
+  // A prepared statement of that text which nobody uses now; null when there is none.
+  StatementHandle takePrepared(const std::string& text);
+  // A new one. Throws what SOCI throws.
+  StatementHandle prepare(const std::string& text);
+  // Keeps a statement that ran without failure for the next use of its text. Of those kept, the
+  // one unused for longest gives way.
+  void keepPrepared(std::string text, StatementHandle statement);
+  // Whether a kept statement failed only because of what has changed since it was prepared.
+  virtual bool isOutdated(const std::exception& failure) const = 0;
+
   virtual std::unique_ptr<RowReader> makeRowReader(
       soci::details::statement_backend& statement) const = 0;
 
  protected:
+  struct Prepared {
+    std::string text;
+    StatementHandle statement;
+  };
+
   // Throws what SOCI throws.
   Connection(ConnectionSettings settings, const soci::backend_factory& factory,
              const std::string& connectString)
-      : settings_(std::move(settings)), session_(factory, connectString) {}
+      : settings_(std::move(settings)), session_(factory, connectString) {
+    prepared_.reserve(kMostPrepared);
+  }
 
   soci::session& session() { return session_; }
+  std::vector<Prepared>& prepared() { return prepared_; }
+  // Lets go of the statement's rows, its locks and the values bound to it.
+  virtual void makeIdle(soci::details::statement_backend& statement) const = 0;
 
  private:
+  static constexpr std::size_t kMostPrepared = 16;
+
   const ConnectionSettings settings_;
   soci::session session_;
+  std::vector<Prepared> prepared_;  // in the order of their last uses
 };
 
 std::shared_ptr<Connection> openSqlite(const ConnectionSettings& settings);

@@ -57,6 +57,11 @@ class ConnectOptions {
   PQconninfoOption* options_;
 };
 
+// SQLSTATE of statements that cannot run as they were prepared: a table has other columns now, or
+// the server has dropped the statement.
+constexpr std::string_view kPlanOutdated = "0A000";
+constexpr std::string_view kNoSuchStatement = "26000";
+
 enum class Form { Integer, Real, Boolean, Bytes };
 
 struct TypeForm {
@@ -143,14 +148,38 @@ class PostgresqlConnection : public Connection {
     session() << "SET default_transaction_read_only = on";
   }
 
+  // The server forgets them with the connection: no need to tell it about each.
+  ~PostgresqlConnection() override {
+    for (Prepared& kept : prepared()) backendOf(*kept.statement).statementName_.clear();
+  }
+
   bool isStale() const override { return false; }
 
   bool isLost() override { return !session().is_connected(); }
 
+  bool isOutdated(const std::exception& failure) const override {
+    const auto* ofServer = dynamic_cast<const soci::postgresql_soci_error*>(&failure);
+    if (ofServer == nullptr) return false;
+    const std::string state = ofServer->sqlstate();
+    return state == kPlanOutdated || state == kNoSuchStatement;
+  }
+
   std::unique_ptr<RowReader> makeRowReader(
       soci::details::statement_backend& statement) const override {
-    return std::make_unique<PostgresqlRowReader>(
-        static_cast<soci::postgresql_statement_backend&>(statement));
+    return std::make_unique<PostgresqlRowReader>(backendOf(statement));
+  }
+
+ private:
+  static soci::postgresql_statement_backend& backendOf(
+      soci::details::statement_backend& statement) {
+    return static_cast<soci::postgresql_statement_backend&>(statement);
+  }
+
+  void makeIdle(soci::details::statement_backend& statement) const override {
+    auto& backend = backendOf(statement);
+    backend.result_.reset();
+    backend.useByPosBuffers_.clear();
+    backend.hasUseElements_ = false;
   }
 };
 

@@ -94,6 +94,9 @@ class SqliteConnection : public Connection {
 
   bool isLost() override { return isStale(); }
 
+  // SQLite itself prepares again what has become outdated.
+  bool isOutdated(const std::exception&) const override { return false; }
+
   std::unique_ptr<RowReader> makeRowReader(
       soci::details::statement_backend& statement) const override {
     return std::make_unique<SqliteRowReader>(
@@ -101,6 +104,14 @@ class SqliteConnection : public Connection {
   }
 
  private:
+  void makeIdle(soci::details::statement_backend& statement) const override {
+    auto& backend = static_cast<soci::sqlite3_statement_backend&>(statement);
+    api::sqlite3_reset(backend.stmt_);
+    api::sqlite3_clear_bindings(backend.stmt_);
+    backend.useData_.clear();
+    backend.boundByPos_ = false;
+  }
+
   const FileIdentity identity_;
 };
 

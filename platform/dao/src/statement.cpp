@@ -20,9 +20,27 @@ using soci::details::statement_backend;
 
 Statement::Statement(std::shared_ptr<Connection> connection, const std::string& text,
                      const std::vector<refl::CValue>& parameters)
-    : connection_(std::move(connection)), handle_(connection_->makeStatement()) {
-  handle_->alloc();
-  handle_->prepare(text, soci::details::st_one_time_query);
+    : connection_(std::move(connection)), text_(text) {
+  if (StatementHandle kept = connection_->takePrepared(text)) {
+    try {
+      run(std::move(kept), parameters);
+      return;
+    } catch (const std::exception& failure) {
+      if (!connection_->isOutdated(failure)) throw;
+      parameters_.clear();
+    }
+  }
+  run(connection_->prepare(text), parameters);
+}
+
+Statement::~Statement() {
+  reader_.reset();
+  parameters_.clear();
+  if (!failed_) connection_->keepPrepared(std::move(text_), std::move(handle_));
+}
+
+void Statement::run(StatementHandle handle, const std::vector<refl::CValue>& parameters) {
+  handle_ = std::move(handle);
   for (std::size_t i = 0; i < parameters.size(); ++i) {
     bind(parameters[i], static_cast<int>(i) + 1);
   }
@@ -67,7 +85,9 @@ bool Statement::next() {
       break;
     case Position::OnRow:
       position_ = Position::AtEnd;  // also when the read fails
+      failed_ = true;
       if (handle_->fetch(1) == statement_backend::ef_success) position_ = Position::OnRow;
+      failed_ = false;
       break;
     case Position::AtEnd:
       break;

@@ -16,6 +16,10 @@ class Statement {
   // parameter that cannot be bound.
   Statement(std::shared_ptr<Connection> connection, const std::string& text,
             const std::vector<refl::CValue>& parameters);
+  // Leaves the prepared statement to the connection, for the next one of the same text.
+  ~Statement();
+  Statement(const Statement&) = delete;
+  Statement& operator=(const Statement&) = delete;
 
   // Moves to the next row; false at the end. Throws what SOCI throws.
   bool next();
@@ -37,18 +41,21 @@ class Statement {
     std::unique_ptr<soci::details::standard_use_type_backend> use;
   };
 
+  void run(StatementHandle handle, const std::vector<refl::CValue>& parameters);
   void bind(const refl::CValue& value, int position);
 
   enum class Position { BeforeFirst, OnRow, AtEnd };
 
   // In this order: each needs those before it until it is gone.
   std::shared_ptr<Connection> connection_;
+  std::string text_;
   StatementHandle handle_;
   std::list<Parameter> parameters_;
   std::unique_ptr<RowReader> reader_;
 
   std::vector<std::string> columnNames_;
   Position position_ = Position::AtEnd;
+  bool failed_ = false;
 };
 
 }  // namespace dao

@@ -173,6 +173,21 @@ TEST_F(Postgresql, RefusedStatementIsNotRunAgain) {
   EXPECT_EQ(firstValue(session_, "SELECT pg_backend_pid()"), connection);
 }
 
+TEST_F(Postgresql, StatementIsPreparedOnceAndTheUnusedOnesGiveWay) {
+  const std::string count = "SELECT count(*) FROM pg_prepared_statements WHERE statement LIKE ";
+  for (int i = 0; i < 3; ++i) firstValue(session_, "SELECT 'again'::text");
+  EXPECT_EQ(firstValue(session_, count + "'SELECT ''again%'"), "1");
+  for (int i = 0; i < 40; ++i) firstValue(session_, "SELECT 'once'::text, " + std::to_string(i));
+  EXPECT_EQ(firstValue(session_, count + "'SELECT ''again%'"), "0");
+  EXPECT_EQ(firstValue(session_, count + "'SELECT ''once%'"), "15");  // and the question itself
+}
+
+TEST_F(Postgresql, StatementThatTheServerDroppedIsPreparedAnew) {
+  EXPECT_EQ(firstValue(session_, "SELECT 'works'::text"), "works");
+  EXPECT_EQ(firstValue(session_, "DEALLOCATE ALL"), "");
+  EXPECT_EQ(firstValue(session_, "SELECT 'works'::text"), "works");
+}
+
 TEST_F(Postgresql, DestroyedEngineLeavesNoConnection) {
   EXPECT_THAT(names(), ElementsAre("core-1"));
   PostgresqlClient observer(server().conninfo("postgres"));

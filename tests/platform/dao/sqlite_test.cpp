@@ -165,6 +165,24 @@ TEST_F(Sqlite, ChangesByOthersAreSeen) {
   EXPECT_THAT(names(), ElementsAre("new"));
 }
 
+TEST_F(Sqlite, ParameterThatIsNotGivenIsNullAndNotThatOfTheRunBefore) {
+  makeInventory("a.db", "core-1");
+  configure("sqlite:" + file("a.db"));
+  CSqlSession session;
+  CCursorTable rows;
+  const std::string statement = "SELECT :a AS a, :b AS b";
+  ASSERT_TRUE(
+      rows.Open(session, statement, {CValue(std::string("first")), CValue(std::string(500, 'x'))})
+          .IsOk());
+  for (const std::vector<CValue>& parameters :
+       {std::vector<CValue>{CValue(std::string("second"))}, std::vector<CValue>{}}) {
+    ASSERT_TRUE(rows.Open(session, statement, parameters).IsOk());
+    ASSERT_TRUE(rows.FetchNextRow());
+    EXPECT_EQ(rows["a"], parameters.empty() ? CValue() : parameters[0]);
+    EXPECT_EQ(rows["b"], CValue());
+  }
+}
+
 TEST_F(Sqlite, FailureInTheMiddleOfTheRowsIsToldApartFromTheirEnd) {
   makeInventory("a.db", "one");
   configure("sqlite:a.db");
