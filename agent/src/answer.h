@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -22,6 +23,8 @@ struct Answer {
   std::int64_t result = 0;
   std::vector<std::string> fields;          // in the record's own order
   std::vector<std::vector<Value>> records;  // each as long as `fields`
+  // How deep each record lies in a tree: tables indent its first field so. Empty: no tree.
+  std::vector<std::size_t> depths;
 };
 
 // One field of a record class: its name and how it is read.
@@ -30,6 +33,19 @@ struct Column {
   const char* name;
   Value (*read)(const Record&);
 };
+
+template <class Record, class Type>
+Record recordOf(Type Record::*member);
+
+// Reads a field as it stands: `{"label", fieldOf<&Node::label>}`.
+template <auto member, class Record = decltype(recordOf(member))>
+Value fieldOf(const Record& record) {
+  if constexpr (std::is_convertible_v<decltype(record.*member), std::int64_t>) {
+    return std::int64_t{record.*member};
+  } else {
+    return record.*member;
+  }
+}
 
 template <class Record, std::size_t count, class Records>
 Answer answerOf(std::int64_t result, const Column<Record> (&columns)[count],

@@ -122,6 +122,11 @@ Row recordRow(const std::vector<Value>& record, CharacterSet characterSet) {
   return row;
 }
 
+void indent(DisplayText& text, std::size_t columns) {
+  text.bytes.insert(0, columns, ' ');
+  text.width += columns;
+}
+
 void appendRow(std::string& out, const Row& row, const std::vector<std::size_t>& widths) {
   for (std::size_t i = 0; i < row.size(); ++i) {
     const std::string padding(widths[i] - row[i].shown.width, ' ');
@@ -136,6 +141,9 @@ void appendRow(std::string& out, const Row& row, const std::vector<std::size_t>&
 std::string tableDocument(const Answer& answer, CharacterSet characterSet) {
   std::vector<Row> rows = {headRow(answer, characterSet)};
   for (const auto& record : answer.records) rows.push_back(recordRow(record, characterSet));
+  for (std::size_t i = 0; i < answer.depths.size(); ++i) {
+    indent(rows.at(i + 1).front().shown, 2 * answer.depths[i]);
+  }
   std::vector<std::size_t> widths(answer.fields.size(), 0);
   for (const Row& row : rows) {
     for (std::size_t i = 0; i < row.size(); ++i) {

@@ -17,15 +17,30 @@ bool isNumber(std::string_view text) {
   return parseNumber<T>(text).has_value();
 }
 
+// Something has to stand before the ending.
+bool endsWith(std::string_view text, std::string_view ending) {
+  return text.size() > ending.size() && text.substr(text.size() - ending.size()) == ending;
+}
+
 constexpr TypeRow kTypes[] = {
     {ArgumentType::kInt64, "a whole number from -9223372036854775808 to 9223372036854775807",
      isNumber<std::int64_t>},
     {ArgumentType::kInt32, "a whole number from -2147483648 to 2147483647", isNumber<std::int32_t>},
     {ArgumentType::kUint32, "a whole number from 0 to 4294967295", isNumber<std::uint32_t>},
+    {ArgumentType::kUint64, "a whole number from 0 to 18446744073709551615",
+     isNumber<std::uint64_t>},
     {ArgumentType::kErrorCode,
      "a number of at most 64 bits: decimal, hexadecimal with 0x or octal with a leading 0",
      [](std::string_view text) { return parseErrorCode(text).has_value(); }},
+    {ArgumentType::kSeconds, "a whole number of seconds from 0 to 86400",
+     [](std::string_view text) {
+       return parseNumber<std::uint32_t>(text).value_or(86401) <= 86400;
+     }},
     {ArgumentType::kText, "a text", [](std::string_view) { return true; }},
+    {ArgumentType::kNonEmpty, "a text that is not empty",
+     [](std::string_view text) { return !text.empty(); }},
+    {ArgumentType::kPicture, "a file name that ends in .svg or .dot",
+     [](std::string_view text) { return endsWith(text, ".svg") || endsWith(text, ".dot"); }},
 };
 
 const TypeRow& rowOf(ArgumentType type) {

@@ -1,15 +1,17 @@
 // The arguments of a command: how each type looks on the command line, and the values as the
 // operations take them.
 //
-//   const Arguments arguments({"12"});  // checked by the command line already
+//   const Arguments arguments({"12"}, {{"--wait", "5"}});  // checked by the command line already
 //   EMFTopoI::getDevice(arguments.number<long>(0), device);
+//   const auto wait = std::chrono::seconds(arguments.numberOption<int>("--wait"));
 //
-// Thread-safety: immutable. A value that its type would not have accepted throws
-// std::logic_error: the command line checks every argument before anything runs.
+// Thread-safety: immutable. A value that its type would not have accepted, or an argument or option
+// that is not there, throws std::logic_error: the command line checks all before anything runs.
 #pragma once
 
 #include <charconv>
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -23,8 +25,12 @@ enum class ArgumentType {
   kInt64,      // decimal
   kInt32,      // decimal
   kUint32,     // decimal
+  kUint64,     // decimal
   kErrorCode,  // unsigned, 64 bits: decimal, hexadecimal with 0x, octal with a leading 0
-  kText        // any bytes, as they are
+  kSeconds,    // decimal, up to a day
+  kText,       // any bytes, as they are
+  kNonEmpty,   // a text of at least one byte
+  kPicture     // a file name that ends in .svg or .dot
 };
 
 // "a whole number from 0 to 4294967295", for messages and help.
@@ -48,9 +54,23 @@ std::optional<unsigned long> parseErrorCode(std::string_view text);
 
 class Arguments {
  public:
-  explicit Arguments(std::vector<std::string> texts) : texts_(std::move(texts)) {}
+  using Options = std::map<std::string, std::string>;  // "--wait" and its value
+
+  explicit Arguments(std::vector<std::string> texts, Options options = {})
+      : texts_(std::move(texts)), options_(std::move(options)) {}
+
+  // Those that were given; options are not among them.
+  std::size_t count() const { return texts_.size(); }
 
   const std::string& text(std::size_t i) const { return texts_.at(i); }
+
+  // An option of the command: the value that was given, else its default.
+  const std::string& option(const std::string& name) const { return options_.at(name); }
+
+  template <class T>
+  T numberOption(const std::string& name) const {
+    return checked(parseNumber<T>(option(name)));
+  }
 
   template <class T>
   T number(std::size_t i) const {
@@ -67,6 +87,7 @@ class Arguments {
   }
 
   std::vector<std::string> texts_;
+  Options options_;
 };
 
 }  // namespace ormaagent

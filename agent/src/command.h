@@ -17,10 +17,26 @@ enum class ResultRule { kZeroSucceeds, kOneIsFound, kNegativeFails };
 
 bool succeeded(ResultRule rule, std::int64_t result);
 
+enum class Presence {
+  kRequired,
+  kOptional,   // none of the parameters behind it is required
+  kOneOrMore,  // the last parameter: takes the rest of the words
+};
+
 struct Parameter {
   const char* name;  // "ID", as the help shows it
   ArgumentType type;
   const char* help;
+  Presence presence = Presence::kRequired;
+};
+
+// An option of one command.
+struct Option {
+  const char* name;   // "--wait"
+  const char* value;  // "SECONDS", as the help shows it
+  ArgumentType type;
+  const char* help;
+  const char* defaultValue = nullptr;  // null: the option is required
 };
 
 struct Command {
@@ -28,10 +44,11 @@ struct Command {
   using Operation = Answer (*)(const Arguments&);
 
   static constexpr int kMaxParameters = 4;
+  static constexpr int kMaxOptions = 2;
 
   const char* path;  // "topo device": group and word, or the word alone
   const char* help;
-  const char* example;  // the arguments of an example
+  const char* example;  // the arguments and options of an example
   ResultRule rule;
   Operation operation;
   Parameter parameters[kMaxParameters] = {};  // up to the first without a name
@@ -39,6 +56,7 @@ struct Command {
   const char* failureText = nullptr;
   // For people, when the operation succeeded without a record; may be null.
   const char* emptyHint = nullptr;
+  Option options[kMaxOptions] = {};  // up to the first without a name
 };
 
 // Groups of commands and what they are about.

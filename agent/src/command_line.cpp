@@ -6,6 +6,8 @@
 #include <map>
 #include <memory>
 #include <sstream>
+#include <utility>
+#include <vector>
 
 #include "exit_status.h"
 
@@ -38,6 +40,9 @@ class Reader {
   // Where a command's words go: the group, made at its first command, and the last word.
   CLI::App* addCommand(const std::string& path, const std::string& help);
   void addQuery(const Command& command);
+  void addParameter(CLI::App& sub, const Parameter& parameter, int i);
+  void addOption(CLI::App& sub, const Option& option, int i);
+  Arguments argumentsOf(const Command& command) const;
   void addHostCommand(const std::string& path, const std::string& help, Action action);
 
   std::string unknownWords() const;
@@ -47,7 +52,11 @@ class Reader {
   Invocation invocation_;
   std::string format_ = "table";
   int logLevel_ = 0;
+  // Of the one command that is given.
+  CLI::App* selected_ = nullptr;
   std::string values_[Command::kMaxParameters];
+  std::vector<std::string> rest_;  // of a parameter that takes the rest of the words
+  std::string optionValues_[Command::kMaxOptions];
 };
 
 std::string defaultConfigFile() {
@@ -124,16 +133,52 @@ void Reader::addQuery(const Command& command) {
   sub->footer("Example: ormaagent " + std::string(command.path) +
               (*command.example == '\0' ? "" : " ") + command.example);
   for (int i = 0; i < Command::kMaxParameters && command.parameters[i].name != nullptr; ++i) {
-    const Parameter& parameter = command.parameters[i];
-    sub->add_option(parameter.name, values_[i], parameter.help)
-        ->required()
-        ->check(validatorOf(parameter.type))
-        ->type_name("");
+    addParameter(*sub, command.parameters[i], i);
   }
-  sub->callback([this, &command] {
+  for (int i = 0; i < Command::kMaxOptions && command.options[i].name != nullptr; ++i) {
+    addOption(*sub, command.options[i], i);
+  }
+  sub->callback([this, sub, &command] {
+    selected_ = sub;
     invocation_.action = Action::kQuery;
     invocation_.command = &command;
   });
+}
+
+void Reader::addParameter(CLI::App& sub, const Parameter& parameter, int i) {
+  CLI::Option* const added = parameter.presence == Presence::kOneOrMore
+                                 ? sub.add_option(parameter.name, rest_, parameter.help)
+                                 : sub.add_option(parameter.name, values_[i], parameter.help);
+  added->required(parameter.presence != Presence::kOptional)
+      ->check(validatorOf(parameter.type))
+      ->type_name("");
+}
+
+void Reader::addOption(CLI::App& sub, const Option& option, int i) {
+  const bool required = option.defaultValue == nullptr;
+  const std::string help =
+      option.help + (required ? "" : " [" + std::string(option.defaultValue) + "]");
+  sub.add_option(option.name, optionValues_[i], help)
+      ->required(required)
+      ->check(validatorOf(option.type))
+      ->type_name(option.value);
+}
+
+// An option that was not given holds nothing: no type of an option takes an empty text.
+Arguments Reader::argumentsOf(const Command& command) const {
+  std::vector<std::string> texts;
+  for (int i = 0; i < Command::kMaxParameters && command.parameters[i].name != nullptr; ++i) {
+    const Parameter& parameter = command.parameters[i];
+    const bool single = parameter.presence != Presence::kOneOrMore;
+    if (single && selected_->count(parameter.name) > 0) texts.push_back(values_[i]);
+  }
+  texts.insert(texts.end(), rest_.begin(), rest_.end());
+  Arguments::Options options;
+  for (int i = 0; i < Command::kMaxOptions && command.options[i].name != nullptr; ++i) {
+    const Option& option = command.options[i];
+    options[option.name] = optionValues_[i].empty() ? option.defaultValue : optionValues_[i];
+  }
+  return Arguments(std::move(texts), std::move(options));
 }
 
 void Reader::addHostCommand(const std::string& path, const std::string& help, Action action) {
@@ -160,8 +205,7 @@ ParsedCommandLine Reader::read(int argc, const char* const* argv) {
   }
   invocation_.format = *findFormat(format_);
   if (app_.count("--log-level") > 0) invocation_.logLevel = logLevel_;
-  invocation_.arguments =
-      Arguments(std::vector<std::string>(std::begin(values_), std::end(values_)));
+  if (invocation_.command != nullptr) invocation_.arguments = argumentsOf(*invocation_.command);
   return invocation_;
 }
 

@@ -8,7 +8,7 @@ namespace {
 using Type = ArgumentType;
 
 constexpr CommandGroup kGroups[] = {
-    {"topo", "Devices of the network, asked from the platform"},
+    {"topo", "Devices, nodes, submaps and links of the network"},
     {"cache", "Devices from the plug-in's cache, which one lookup fills"},
     {"res", "Names of resources"},
     {"config", "The configuration file"},
@@ -20,6 +20,21 @@ constexpr char kNoName[] = "the name could not be formed";
 constexpr char kNoDevices[] =
     "no devices: the network has none, or it could not be read; in that case the log above says "
     "why";
+
+constexpr char kNoNodes[] =
+    "no nodes: none lies directly below the root, or they could not be read; in that case the log "
+    "above says why";
+constexpr char kNoRoot[] = "no root submap: the platform has none";
+constexpr char kNoSubMaps[] = "no submaps: there are none below, or no such submap";
+constexpr char kNoSubMap[] = "no such submap";
+constexpr char kNoLinks[] =
+    "no links: the network has none, or they could not be read; in that case the log above says "
+    "why";
+constexpr char kNoSubnetName[] =
+    "a device without a subnet name: unknown, no origin element, or not read yet (--wait SECONDS)";
+
+constexpr Option kWait = {"--wait", "SECONDS", Type::kSeconds,
+                          "how long to wait for the first reading of the subnet names", "5"};
 
 constexpr Command kCommands[] = {
     {"topo devices",
@@ -55,6 +70,88 @@ constexpr Command kCommands[] = {
      topoDeviceOfNode,
      {{"NODE", Type::kText, "node id"}},
      kNoSuchNode},
+    {"topo nodes",
+     "Every node directly below the root of the topology map",
+     "",
+     ResultRule::kZeroSucceeds,
+     topoNodes,
+     {{"SUBMAP", Type::kText, "passed on to the operation, which does not look at it",
+       Presence::kOptional}},
+     nullptr,
+     kNoNodes},
+    {"topo node",
+     "One node of the topology map",
+     "12",
+     ResultRule::kZeroSucceeds,
+     topoNode,
+     {{"NODE", Type::kText, "node id; 1 is the management system"}},
+     nullptr,
+     kNoSuchNode},
+    {"topo root-submaps",
+     "The root of the submaps",
+     "",
+     ResultRule::kZeroSucceeds,
+     topoRootSubMaps,
+     {},
+     nullptr,
+     kNoRoot},
+    {"topo submaps",
+     "The submaps directly below one",
+     "S1000",
+     ResultRule::kZeroSucceeds,
+     topoSubMaps,
+     {{"KEY", Type::kNonEmpty, "key of a submap; / for the root's"}},
+     nullptr,
+     kNoSubMaps},
+    {"topo submap",
+     "One submap",
+     "S1000",
+     ResultRule::kZeroSucceeds,
+     topoSubMap,
+     {{"KEY", Type::kNonEmpty, "key of the submap"}},
+     nullptr,
+     kNoSubMap},
+    {"topo submap-name",
+     "The subnets that devices lie in, outermost first",
+     "12 13 --wait 10",
+     ResultRule::kZeroSucceeds,
+     topoSubMapName,
+     {{"DEVICE", Type::kUint64, "device ids", Presence::kOneOrMore}},
+     kNoSubnetName,
+     nullptr,
+     {kWait}},
+    {"topo links",
+     "Every link, with the status of both ends",
+     "",
+     ResultRule::kZeroSucceeds,
+     topoLinks,
+     {},
+     nullptr,
+     kNoLinks},
+    {"topo link",
+     "One link, with the status of both ends",
+     "204:77",
+     ResultRule::kZeroSucceeds,
+     topoLink,
+     {{"LINK", Type::kText, "link id: kind (105 layer 2, 0 virtual, 204 IP), colon, number"}}},
+    {"topo tree",
+     "The submaps from the root down, with how many submaps and devices each holds",
+     "--wait 10",
+     ResultRule::kZeroSucceeds,
+     topoTree,
+     {},
+     nullptr,
+     kNoRoot,
+     {kWait}},
+    {"topo draw",
+     "A picture of the network: nodes at their positions, links by status, submaps as boxes",
+     "--out network.svg",
+     ResultRule::kZeroSucceeds,
+     topoDraw,
+     {},
+     nullptr,
+     nullptr,
+     {{"--out", "FILE", Type::kPicture, "FILE.svg, drawn by Graphviz, or FILE.dot, its input"}}},
     {"cache device",
      "The device with an id",
      "12",

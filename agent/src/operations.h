@@ -1,8 +1,8 @@
-// The functions behind the commands: each calls one operation of the plug-in and gives its result
-// and its records, empty unless it succeeded.
+// The functions behind the commands: most call one operation of the plug-in and give its result
+// and its records, of a list also those that came before a failure.
 //
 // Thread-safety: thread-safe, as the operations are. They block as the operations do and let their
-// exceptions pass.
+// exceptions pass; topoDraw throws HostFailure besides.
 #pragma once
 
 #include "answer.h"
@@ -15,6 +15,16 @@ Answer topoDevice(const Arguments& arguments);
 Answer topoVersion(const Arguments& arguments);
 Answer topoLocation(const Arguments& arguments);
 Answer topoDeviceOfNode(const Arguments& arguments);
+Answer topoNodes(const Arguments& arguments);
+Answer topoNode(const Arguments& arguments);
+Answer topoRootSubMaps(const Arguments& arguments);
+Answer topoSubMaps(const Arguments& arguments);
+Answer topoSubMap(const Arguments& arguments);
+Answer topoSubMapName(const Arguments& arguments);
+Answer topoLinks(const Arguments& arguments);
+Answer topoLink(const Arguments& arguments);
+Answer topoTree(const Arguments& arguments);
+Answer topoDraw(const Arguments& arguments);
 Answer cacheDevice(const Arguments& arguments);
 Answer cacheName(const Arguments& arguments);
 Answer resFdn(const Arguments& arguments);

@@ -10,6 +10,7 @@
 
 #include "error_texts.h"
 #include "exit_status.h"
+#include "host_failure.h"
 #include "message.h"
 #include "orma/bundle/configuration.h"
 #include "plugin_library.h"
@@ -50,9 +51,8 @@ std::string typeNameOf(const std::exception& thrown) {
 // The command with its arguments, for messages.
 std::string subjectOf(const Invocation& invocation) {
   std::string subject = invocation.command->path;
-  for (int i = 0; i < Command::kMaxParameters; ++i) {
-    if (invocation.command->parameters[i].name == nullptr) break;
-    subject += " " + invocation.arguments.text(static_cast<std::size_t>(i));
+  for (std::size_t i = 0; i < invocation.arguments.count(); ++i) {
+    subject += " " + invocation.arguments.text(i);
   }
   return subject;
 }
@@ -86,6 +86,9 @@ int callOperation(const Invocation& invocation, AnswerOutput& output) {
   } catch (const ServiceMissing& missing) {
     tell(subject + missing.what());
     return kExitUsage;
+  } catch (const HostFailure& failure) {
+    tell(subject + failure.what());
+    return failure.exitStatus();
   } catch (ProcessException& thrown) {
     const auto code = static_cast<std::uint32_t>(thrown.errCode);
     tell(subject + "the operation threw " + typeNameOf(thrown) + ", code " +

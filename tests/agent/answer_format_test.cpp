@@ -83,6 +83,22 @@ TEST(Table, BlanksAtTheEndOfTheLastTextStay) {
             " 1  A  B  \n");
 }
 
+TEST(Table, ATreeIsIndentedByItsFirstField) {
+  Answer tree;
+  tree.fields = {"label", "count"};
+  tree.records = {{std::string("root"), std::int64_t{2}},
+                  {std::string("child"), std::int64_t{0}},
+                  {std::string("核心"), std::int64_t{10}}};
+  tree.depths = {0, 1, 2};
+  EXPECT_EQ(table(tree),
+            "label     count\n"
+            "--------  -----\n"
+            "root          2\n"
+            "  child       0\n"
+            "    核心     10\n");
+  EXPECT_EQ(csv(tree), "label,count\r\nroot,2\r\nchild,0\r\n核心,10\r\n");
+}
+
 TEST(Table, ControlsAreEscaped) {
   EXPECT_EQ(table(places({{1, "a\x1b[2J\nb"}})),
             "id  name\n"

@@ -44,6 +44,32 @@ TEST(Arguments, AnyTextIsAText) {
   EXPECT_TRUE(accepts(ArgumentType::kText, "\xba\xcb"));
 }
 
+TEST(Arguments, KindsOfTextHaveTheirConditions) {
+  EXPECT_FALSE(accepts(ArgumentType::kNonEmpty, ""));
+  EXPECT_TRUE(accepts(ArgumentType::kNonEmpty, "/"));
+  for (const char* name : {"a.svg", "/tmp/a.dot", "..dot"}) {
+    EXPECT_TRUE(accepts(ArgumentType::kPicture, name)) << name;
+  }
+  for (const char* name : {"", "svg", ".svg", "a.SVG", "a.png", "a.svg "}) {
+    EXPECT_FALSE(accepts(ArgumentType::kPicture, name)) << name;
+  }
+}
+
+TEST(Arguments, AWaitIsADayAtMost) {
+  EXPECT_TRUE(accepts(ArgumentType::kSeconds, "0"));
+  EXPECT_TRUE(accepts(ArgumentType::kSeconds, "86400"));
+  for (const char* text : {"", "86401", "-1", "1.5", "4294967296"}) {
+    EXPECT_FALSE(accepts(ArgumentType::kSeconds, text)) << text;
+  }
+}
+
+TEST(Arguments, OptionsAreFoundByName) {
+  const Arguments arguments({}, {{"--wait", "12"}});
+  EXPECT_EQ(arguments.count(), 0u);
+  EXPECT_EQ(arguments.numberOption<int>("--wait"), 12);
+  EXPECT_THROW(arguments.option("--out"), std::logic_error);
+}
+
 TEST(Arguments, ValuesComeOutAsTheOperationsTakeThem) {
   const Arguments arguments({"-5", "0x10", "core 1"});
   EXPECT_EQ(arguments.number<long>(0), -5);

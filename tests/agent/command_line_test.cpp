@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -59,17 +61,57 @@ TEST_F(CommandLine, GroupAndWordFindTheirRow) {
   EXPECT_EQ(found.logLevel, std::nullopt);
 }
 
-TEST_F(CommandLine, EveryRowIsReached) {
+TEST_F(CommandLine, EveryRowIsReachedByItsExample) {
   for (const Command& command : commands()) {
-    const std::string path = command.path;
-    const auto blank = path.find(' ');
-    const std::string first = path.substr(0, blank);
-    const std::string second = blank == std::string::npos ? "" : path.substr(blank + 1);
-    std::vector<const char*> words = {first.c_str()};
-    if (!second.empty()) words.push_back(second.c_str());
-    if (command.parameters[0].name != nullptr) words.push_back("12");
-    EXPECT_STREQ(invocation(words).command->path, command.path);
+    std::istringstream text(std::string(command.path) + " " + command.example);
+    const std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
+    std::vector<const char*> pointers;
+    for (const std::string& word : words) pointers.push_back(word.c_str());
+    EXPECT_STREQ(invocation(pointers).command->path, command.path);
   }
+}
+
+TEST_F(CommandLine, AnOptionalArgumentMayBeLeftOut) {
+  EXPECT_EQ(invocation({"topo", "nodes"}).arguments.count(), 0u);
+  const Arguments given = invocation({"topo", "nodes", "S1000"}).arguments;
+  ASSERT_EQ(given.count(), 1u);
+  EXPECT_EQ(given.text(0), "S1000");
+  expectUsage({"topo", "nodes", "S1000", "S1001"}, "S1001");
+}
+
+TEST_F(CommandLine, TheLastParameterMayTakeEveryWord) {
+  const Arguments given = invocation({"topo", "submap-name", "12", "13", "14"}).arguments;
+  ASSERT_EQ(given.count(), 3u);
+  EXPECT_EQ(given.text(0), "12");
+  EXPECT_EQ(given.text(2), "14");
+  expectUsage({"topo", "submap-name"}, "DEVICE is required");
+  expectUsage({"topo", "submap-name", "12", "-1"}, "from 0 to 18446744073709551615");
+}
+
+TEST_F(CommandLine, OptionsOfACommandHaveDefaults) {
+  EXPECT_EQ(invocation({"topo", "tree"}).arguments.option("--wait"), "5");
+  for (const auto& words :
+       std::vector<std::vector<const char*>>{{"topo", "submap-name", "--wait", "60", "12", "13"},
+                                             {"topo", "submap-name", "12", "13", "--wait=60"}}) {
+    const Arguments given = invocation(words).arguments;
+    EXPECT_EQ(given.count(), 2u);
+    EXPECT_EQ(given.numberOption<int>("--wait"), 60);
+  }
+  expectUsage({"topo", "tree", "--wait", "86401"}, "--wait: must be a whole number of seconds");
+  expectUsage({"topo", "tree", "--wait", "-1"}, "--wait: must be a whole number of seconds");
+  expectUsage({"topo", "tree", "--wait", ""}, "--wait: must be a whole number of seconds");
+  expectUsage({"topo", "links", "--wait", "1"}, "--wait");
+}
+
+TEST_F(CommandLine, APictureNeedsAFileOfAKnownKind) {
+  EXPECT_EQ(invocation({"topo", "draw", "--out", "a.dot"}).arguments.option("--out"), "a.dot");
+  expectUsage({"topo", "draw"}, "--out is required");
+  expectUsage({"topo", "draw", "--out", "a.png"}, "--out: must be a file name that ends in .svg");
+  expectUsage({"topo", "draw", "--out", ".svg"}, "--out: must be a file name that ends in .svg");
+}
+
+TEST_F(CommandLine, AnEmptySubMapKeyIsRefused) {
+  expectUsage({"topo", "submap", ""}, "KEY: must be a text that is not empty");
 }
 
 TEST_F(CommandLine, GlobalOptionsStandAnywhere) {

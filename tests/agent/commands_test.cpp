@@ -21,16 +21,27 @@ TEST(Commands, EveryRowIsWhole) {
       EXPECT_STRNE(parameter.help, "");
       EXPECT_STRNE(describe(parameter.type), "");
     }
+    for (const Option& option : command.options) {
+      if (option.name == nullptr) break;
+      EXPECT_STRNE(option.help, "");
+      EXPECT_STRNE(option.value, "");
+      EXPECT_FALSE(accepts(option.type, "")) << "an empty text stands for an absent option";
+      if (option.defaultValue != nullptr) {
+        EXPECT_TRUE(accepts(option.type, option.defaultValue));
+      }
+    }
   }
 }
 
-TEST(Commands, EveryExampleIsTaken) {
+// What makes the words of a command line unambiguous.
+TEST(Commands, OptionalAndRepeatedParametersStandLast) {
   for (const Command& command : commands()) {
     SCOPED_TRACE(command.path);
-    const bool takesArguments = command.parameters[0].name != nullptr;
-    EXPECT_EQ(*command.example != '\0', takesArguments);
-    if (takesArguments) {
-      EXPECT_TRUE(accepts(command.parameters[0].type, command.example));
+    bool mayEnd = false;
+    for (const Parameter& parameter : command.parameters) {
+      if (parameter.name == nullptr) break;
+      EXPECT_FALSE(mayEnd);
+      mayEnd = parameter.presence != Presence::kRequired;
     }
   }
 }

@@ -1,0 +1,15 @@
+// The program of Graphviz that draws the pictures.
+//
+//   std::string svg = drawSvg(dotText(picture));
+//
+// Thread-safety: thread-safe. Blocks until the program has ended. Throws HostFailure when it is not
+// installed or fails.
+#pragma once
+
+#include <string>
+
+namespace ormaagent {
+
+std::string drawSvg(const std::string& dot);
+
+}  // namespace ormaagent
