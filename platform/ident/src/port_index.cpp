@@ -68,11 +68,11 @@ void readNumber(std::string_view text, std::int32_t& number) {
   if (error == std::errc() && stop == end) number = read;
 }
 
-// Takes the text up to the next field's beginning off the front of `rest`.
+// Takes the next field off the front of `rest`, which has no data once there is no further one.
 std::string_view nextField(std::string_view& rest) {
   const std::size_t end = rest.find(kFieldEnd);
   const std::string_view field = rest.substr(0, end);
-  rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+  rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
   return field;
 }
 
@@ -110,7 +110,7 @@ void ResIDUtil::ResID2PortIndex(const std::string& resourceId, PortIndex& port) 
   readPlace(nextField(rest), port);
   readNumber(nextField(rest), port.domainType);
   readNumber(nextField(rest), port.type);
-  if (!rest.empty()) port.portName = unescaped(rest);
+  if (rest.data() != nullptr) port.portName = unescaped(rest);
 }
 
 }  // namespace NS_UTIL

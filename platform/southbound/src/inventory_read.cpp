@@ -1,0 +1,104 @@
+#include "inventory_read.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "orma/dao/session_pool.h"
+#include "orma/log/trace.h"
+#include "processexception.h"
+
+namespace orma::southbound {
+namespace {
+
+// The code of every failure: the inventory could not be read.
+constexpr int kInventoryReadFailed = 0x411800BA;
+constexpr int kErrorLevel = 0;
+constexpr char kSourceName[] = "southbound";
+
+dao::SessionPool& sessions() {
+  // Never destroyed: a thread may still be reading while the process ends.
+  static auto* const pool = new dao::SessionPool;
+  return *pool;
+}
+
+[[noreturn]] void fail(const char* operation, int line, const std::string& reason) {
+  NS_CORBA::GetTss()->file = kSourceName;
+  NS_CORBA::GetTss()->function = operation;
+  NS_CORBA::GetTss()->line = line;
+  NS_CORBA::TaDebugWithPara(kErrorLevel, "[NS_DOMAIN_SOUTHAPISET::%s] %s", operation,
+                            reason.c_str());
+  ProcessException failure;
+  failure.errCode = kInventoryReadFailed;
+  failure.line = line;
+  failure.file << kSourceName;
+  failure.function << operation;
+  failure.detail << reason;
+  throw failure;
+}
+
+// One key, its numbers as parameters with names of their own.
+void appendKey(const std::string& key, std::size_t& parameters, std::string& text) {
+  for (const char character : key) {
+    if (character == '?') {
+      text.append(":n").append(std::to_string(parameters++));
+    } else {
+      text += character;
+    }
+  }
+}
+
+}  // namespace
+
+void readRows(const char* operation, const std::string& statement,
+              const std::vector<refl::CValue>& parameters, const RowUse& use) {
+  std::string reason;
+  try {
+    dao::SessionPool::Lease lease(sessions());
+    dao::CCursorTable rows;
+    rows.Open(lease.session(), statement, parameters);
+    while (rows.FetchNextRow()) use(rows);
+    if (rows.GetStatus().IsOk()) return;
+    reason = rows.GetStatus().GetMessage();
+  } catch (const std::range_error& value) {
+    reason = value.what();
+  }
+  fail(operation, __LINE__, reason);
+}
+
+std::int32_t number(const dao::CCursorTable& row, unsigned long column) {
+  return static_cast<std::int32_t>(row[column].asInteger(INT32_MIN, INT32_MAX));
+}
+
+KeyedStatement::KeyedStatement(const char* operation, const std::string& start,
+                               const std::string& firstKey, const std::string& furtherKey)
+    : operation_(operation),
+      numbersOfKey_(static_cast<std::size_t>(std::count(firstKey.begin(), firstKey.end(), '?'))) {
+  for (std::size_t text = 0; text < texts_.size(); ++text) {
+    std::size_t parameters = 0;
+    texts_[text] = start;
+    appendKey(firstKey, parameters, texts_[text]);
+    for (std::size_t key = 1; key < kKeysOfText[text]; ++key) {
+      texts_[text] += ',';
+      appendKey(furtherKey, parameters, texts_[text]);
+    }
+    texts_[text] += ')';
+  }
+}
+
+void KeyedStatement::readRows(const std::vector<std::int64_t>& keys, const RowUse& use) const {
+  const std::size_t mostNumbers = kKeysOfText.back() * numbersOfKey_;
+  for (std::size_t start = 0; start < keys.size(); start += mostNumbers) {
+    const std::size_t numbers = std::min(mostNumbers, keys.size() - start);
+    std::size_t text = 0;
+    while (kKeysOfText[text] * numbersOfKey_ < numbers) ++text;
+    std::vector<refl::CValue> parameters;
+    parameters.reserve(kKeysOfText[text] * numbersOfKey_);
+    for (std::size_t i = 0; i < numbers; ++i) parameters.emplace_back(keys[start + i]);
+    while (parameters.size() < kKeysOfText[text] * numbersOfKey_) {
+      parameters.push_back(parameters[parameters.size() - numbersOfKey_]);
+    }
+    southbound::readRows(operation_, texts_[text], parameters, use);
+  }
+}
+
+}  // namespace orma::southbound
