@@ -11,7 +11,7 @@ emf_release_packages=(
 emf_test_packages=(
   "${emf_release_packages[@]}"
   ccache clang libgtest-dev libgmock-dev
-  openssl postgresql python3
+  ca-certificates libssl-dev postgresql
 )
 emf_bench_packages=("${emf_release_packages[@]}" ccache libbenchmark-dev)
 emf_lint_packages=("${emf_test_packages[@]}" libbenchmark-dev clang-format clang-tidy git)
