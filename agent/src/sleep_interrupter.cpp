@@ -29,14 +29,16 @@ void installHandler() {
 }
 
 // Whether a thread is asleep. The kernel tells the call that a thread waits in; where it does not,
-// every thread counts as asleep, for the signal is harmless to the others.
+// every thread counts as asleep, for the signal is harmless to the others. A sleep that was broken
+// by a signal without a handler (the stop and start of a job, the end of a child) goes on as
+// restart_syscall, and so do a few other waits.
 bool isAsleep(pid_t thread) {
   const std::string path = "/proc/self/task/" + std::to_string(thread) + "/syscall";
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "re"), std::fclose);
   if (!file) return true;
   long call = -1;
   if (std::fscanf(file.get(), "%ld", &call) != 1) return false;  // "running"
-  return call == SYS_nanosleep || call == SYS_clock_nanosleep;
+  return call == SYS_nanosleep || call == SYS_clock_nanosleep || call == SYS_restart_syscall;
 }
 
 pid_t currentThread() { return static_cast<pid_t>(::syscall(SYS_gettid)); }

@@ -9,7 +9,8 @@
 //
 // While one lives, each thread that is asleep in nanosleep or clock_nanosleep is sent a signal that
 // does nothing, again and again: a thread that goes back to sleep is woken again. Only sleeping
-// threads take it; the thread that made the interrupter, which waits for the stop, takes none.
+// threads take it, and those in a wait that the kernel has restarted and that may be a sleep; the
+// thread that made the interrupter, which waits for the stop, takes none.
 //
 // Thread-safety: thread-compatible; at most one lives at a time. The signal is SIGUSR1, whose
 // disposition is the interrupter's from the first one on. Nothing fails: where no thread is to be

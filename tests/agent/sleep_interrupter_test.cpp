@@ -1,13 +1,17 @@
 #include "sleep_interrupter.h"
 
 #include <gtest/gtest.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <ctime>
+#include <fstream>
 #include <future>
+#include <string>
 #include <thread>
 
 namespace ormaagent {
@@ -43,6 +47,47 @@ TEST(SleepInterrupter, EverySleeperIsWoken) {
     ASSERT_EQ(sleeper.wait_for(kDeadline), std::future_status::ready);
     EXPECT_EQ(sleeper.get(), 1);
   }
+}
+
+long callOf(pid_t thread) {
+  long call = -1;
+  std::ifstream("/proc/self/task/" + std::to_string(thread) + "/syscall") >> call;
+  return call;
+}
+
+bool awaitCall(pid_t thread, long first, long second) {
+  const auto end = std::chrono::steady_clock::now() + kDeadline;
+  while (std::chrono::steady_clock::now() < end) {
+    const long call = callOf(thread);
+    if (call == first || call == second) return true;
+    std::this_thread::yield();
+  }
+  return false;
+}
+
+// As after the end of a child: the signal has no handler, so the kernel goes on with the sleep.
+TEST(SleepInterrupter, ASleeperWhoseSleepWasRestartedIsWoken) {
+  std::promise<pid_t> started;
+  std::future<int> sleeper = std::async(std::launch::async, [&started] {
+    started.set_value(static_cast<pid_t>(::syscall(SYS_gettid)));
+    return interruptedSleeps(1);
+  });
+  const pid_t thread = started.get_future().get();
+  ASSERT_TRUE(awaitCall(thread, SYS_nanosleep, SYS_clock_nanosleep));
+
+  // Nobody else takes it. Were it blocked nowhere, it would be dropped where it is sent.
+  sigset_t child;
+  sigset_t before;
+  sigemptyset(&child);
+  sigaddset(&child, SIGCHLD);
+  ASSERT_EQ(::pthread_sigmask(SIG_BLOCK, &child, &before), 0);
+  ASSERT_EQ(::kill(::getpid(), SIGCHLD), 0);
+  ASSERT_TRUE(awaitCall(thread, SYS_restart_syscall, SYS_restart_syscall));
+  ASSERT_EQ(::pthread_sigmask(SIG_SETMASK, &before, nullptr), 0);
+
+  const SleepInterrupter interrupter;
+  ASSERT_EQ(sleeper.wait_for(kDeadline), std::future_status::ready);
+  EXPECT_EQ(sleeper.get(), 1);
 }
 
 TEST(SleepInterrupter, ThreadsThatWaitForOtherThingsAreLeftAlone) {
