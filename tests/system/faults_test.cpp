@@ -155,6 +155,21 @@ TEST_F(Answers, ANativeIdWithoutAnEqualsSignThrows) {
   EXPECT_THAT(outcome.err, HasSubstr("the operation threw std::invalid_argument"));
 }
 
+// Whatever is asked for, the submap 5 is below it: below the root, and below itself.
+TEST_F(Answers, ATreeThatBitesItsTailEnds) {
+  serve();
+  const FixedAnswer platform(
+      R"({"dataList": [{"objId": "102", "parentId": "102", "topoId": 101, "label": "Root"},)"
+      R"( {"objId": "5", "parentId": "102", "topoId": 5, "label": "five"}], "isTruncated": false})");
+  configure([&](Json::Value& document) { document["rest"]["baseUrl"] = platform.url(); });
+  const Outcome outcome = agent({"--format", "csv", "topo", "tree"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(rowsOf("csv", outcome.out), (Rows{{"label", "subMapId", "parentSubMapId", "subMaps"},
+                                              {"Root", "ORMAP_PHY_SUBMAP", "ORMAP_PHY_SUBMAP", "1"},
+                                              {"five", "S5", "ORMAP_PHY_SUBMAP", "1"}}));
+  EXPECT_THAT(outcome.err, HasSubstr("1 submaps were met again and left out: a cycle"));
+}
+
 TEST_F(Answers, ControlsInANameDoNotReachTheTerminal) {
   const std::string answer =
       page(R"({"nativeId": "NE=2", "typeId": 65537, "ipAddress": "", "name": "a\u001b[2Jb\n"})");

@@ -2,13 +2,17 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sched.h>
 #include <spawn.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -51,6 +55,18 @@ class SpawnActions {
 
 void closeDescriptor(int& descriptor) {
   if (descriptor >= 0) ::close(std::exchange(descriptor, -1));
+}
+
+// The system call that a thread is in stands first in its "syscall"; "running" when in none.
+bool hasSleepingThread(pid_t program) {
+  std::error_code gone;  // threads may end meanwhile
+  const std::string tasks = "/proc/" + std::to_string(program) + "/task";
+  for (const auto& task : std::filesystem::directory_iterator(tasks, gone)) {
+    long call = -1;
+    std::ifstream(task.path() / "syscall") >> call;
+    if (call == SYS_nanosleep || call == SYS_clock_nanosleep) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -132,6 +148,14 @@ const std::string& Process::await(Stream& stream, const std::string& text) {
 const std::string& Process::awaitOutput(const std::string& text) { return await(out_, text); }
 
 const std::string& Process::awaitError(const std::string& text) { return await(err_, text); }
+
+void Process::awaitSleepingThread() const {
+  const auto deadline = steady_clock::now() + kDeadline;
+  while (!hasSleepingThread(id_)) {
+    if (steady_clock::now() > deadline) throw std::runtime_error(name_ + ": no thread sleeps");
+    ::sched_yield();
+  }
+}
 
 void Process::send(int signal) { ::kill(id_, signal); }
 

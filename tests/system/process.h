@@ -41,6 +41,8 @@ class Process {
   // Kills the program if it still runs.
   ~Process();
 
+  // Waits until a thread of the program is asleep in nanosleep or clock_nanosleep.
+  void awaitSleepingThread() const;
   // Waits until standard output or standard error holds the text; what the stream holds then.
   const std::string& awaitOutput(const std::string& text);
   const std::string& awaitError(const std::string& text);

@@ -15,6 +15,9 @@ using testing::IsEmpty;
 // What "within seconds" means here: far below the 1800 seconds of a sleep.
 constexpr std::chrono::seconds kSeconds{15};
 
+// What every refresh writes.
+constexpr char kRefreshMark[] = "pass not real NE device[OS=1]";
+
 class Serve : public World, public testing::WithParamInterface<int> {
  protected:
   Serve() { serve(); }
@@ -43,9 +46,14 @@ TEST_P(Serve, EndsInOrder) {
 TEST_P(Serve, EndsInSecondsWhileTheSubnetTaskSleeps) {
   configure([](Json::Value& document) { document["items"]["IsReportSubnet"] = 1; });
   const auto agent = readyAgent({"--log-level", "3", "serve"});
-  agent->awaitError("SubmapBufMgr::svc Device to Submap buffer refresh the first time.");
+  agent->awaitError(kRefreshMark);
+  agent->awaitSleepingThread();
   agent->send(GetParam());
-  EXPECT_EQ(agent->finish(kSeconds).status, 0);
+  const Outcome outcome = agent->finish(kSeconds);
+  EXPECT_EQ(outcome.status, 0);
+  const auto first = outcome.err.find(kRefreshMark);
+  EXPECT_NE(outcome.err.find(kRefreshMark, first + 1), std::string::npos)
+      << "a stop that is asked for during the sleep costs one more refresh";
 }
 
 TEST_P(Serve, EndsInSecondsWhileAServiceSleepsHalfAnHour) {
