@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Shows the whole system at work: installs what a build needs, builds a release, makes a network of
-# 200 elements, serves it on loopback and asks the agent about it. Leaves nothing running.
+# 200 elements, serves it on loopback, asks the agent about it and has it draw a picture
+# (build/release/network.svg). Leaves nothing running.
 #
 #   scripts/quickstart.sh
 #
@@ -18,6 +19,7 @@ source "$here/lib/packages.sh"
 readonly elements=200 seed=7
 readonly ready_seconds=60
 readonly bin=$root/build/release/bin
+readonly picture=$root/build/release/network.svg
 work=
 simulator=
 
@@ -76,8 +78,8 @@ show_first() {
 }
 
 step "Packages"
-install_packages "${emf_release_packages[@]}" || fail "the packages could not be installed"
-echo "Everything that the build needs is installed."
+install_packages "${emf_release_packages[@]}" graphviz || fail "the packages could not be installed"
+echo "Everything that the build and the picture need is installed."
 
 step "Build (build/release)"
 build
@@ -87,6 +89,9 @@ work=$(mktemp -d "${TMPDIR:-/tmp}/emf-quickstart.XXXXXX")
 "$bin/ormasim" generate --elements "$elements" --seed "$seed" --db "$work/network.db" ||
   fail "the network could not be generated"
 serve
+
+# The simulator's configuration leaves the subnet names off.
+sed -i 's/"IsReportSubnet" *: *0/"IsReportSubnet": 1/' "$work/agent.json"
 
 step "Asking the agent"
 agent --format csv topo device 12 >"$work/device.csv"
@@ -100,7 +105,15 @@ show "The device behind a node of the topology map:" topo device-of-node 12
 show "The device cache, which fills itself over HTTP at the first miss:" cache device 12
 show "The same cache, searched by name:" cache name "$name"
 show "The distinguished name that goes with a device id:" res fdn 12
+show "The node of a device on the topology map:" topo node 12
+show_first 12 "The submaps as a tree, with how many submaps and devices each holds:" \
+  topo tree --wait 30
+show "The subnets that a device lies in, as the plug-in keeps them:" \
+  topo submap-name 12 --wait 30
+show_first 12 "Every link, with the status of both ends:" --format csv topo links
+show "A picture of all that, drawn by Graphviz:" topo draw --out "$picture"
 show "The text of an error number, as other services of the agent get it:" error-text 0x411800CC
 
 step "Done"
+echo "The picture is $picture; any web browser shows it."
 echo "The programs are $bin/ormaagent and $bin/ormasim; both explain themselves with --help."
