@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "emfglobal.h"
@@ -39,11 +40,9 @@ bool isLogical(std::int32_t type) {
 
 TEUniResID resourceIdOf(const PortIndex& port) {
   const bool logical = isLogical(port.type);
-  TEUniResID id;
-  id.neId = port.neID;
-  id.resType = logical ? "LP" : "PP";
-  NS_UTIL::ResIDUtil::PortIndex2ResID(port, id.uniResId, logical);
-  return id;
+  std::string id;
+  NS_UTIL::ResIDUtil::PortIndex2ResID(port, id, logical);
+  return {std::move(id), logical ? "LP" : "PP", port.neID};
 }
 
 std::int32_t statusOf(const TEPortOAMStatus& answer) {
@@ -133,7 +132,7 @@ std::int32_t findPortstatusByportidx(const PortIndex& port) {
   if (port.neID == -1) return -1;
   EMF_TRACE(kSourceName, TaDebug(1, "[findPortstatusByportidx] entering"));
   tracePort(port);
-  adapterlinkPortstatus({port});
+  adapterlinkPortstatus(std::vector<PortIndex>(1, port));
   const std::int32_t status = listedStatus(port);
   EMF_TRACE(kSourceName, TaDebug(1, "[findPortstatusByportidx] leaving"));
   return status;

@@ -12,13 +12,8 @@ std::optional<FdnSegment> parseSegment(std::string_view piece) {
 
 std::optional<std::vector<FdnSegment>> parseFdn(std::string_view fdn) {
   std::vector<FdnSegment> segments;
-  for (std::size_t comma = 0; comma != std::string_view::npos;) {
-    comma = fdn.find(',');
-    const auto segment = parseSegment(fdn.substr(0, comma));
-    if (!segment) return std::nullopt;
-    segments.push_back(*segment);
-    if (comma != std::string_view::npos) fdn.remove_prefix(comma + 1);
-  }
+  const auto append = [&segments](const FdnSegment& segment) { segments.push_back(segment); };
+  if (!forEachSegment(fdn, append)) return std::nullopt;
   return segments;
 }
 

@@ -17,6 +17,19 @@ struct FdnSegment {
 // no value.
 std::optional<FdnSegment> parseSegment(std::string_view piece);
 
+// Gives each segment to `use`, outermost first; false at the first piece that is none.
+template <typename Use>
+bool forEachSegment(std::string_view fdn, Use use) {
+  for (std::size_t comma = 0; comma != std::string_view::npos;) {
+    comma = fdn.find(',');
+    const auto segment = parseSegment(fdn.substr(0, comma));
+    if (!segment) return false;
+    use(*segment);
+    if (comma != std::string_view::npos) fdn.remove_prefix(comma + 1);
+  }
+  return true;
+}
+
 // All segments, outermost first; nothing when the text is empty or any piece is no segment.
 std::optional<std::vector<FdnSegment>> parseFdn(std::string_view fdn);
 

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "orma/dao/session_pool.h"
+#include "orma/dao/sql_session.h"
 #include "orma/log/trace.h"
 #include "processexception.h"
 
@@ -36,8 +37,8 @@ dao::SessionPool& sessions() {
   throw failure;
 }
 
-// One key, its numbers as parameters with names of their own.
-void appendKey(const std::string& key, std::size_t& parameters, std::string& text) {
+// One key behind the others of the text, its numbers as parameters with names of their own.
+void appendNamed(const std::string& key, std::size_t& parameters, std::string& text) {
   for (const char character : key) {
     if (character == '?') {
       text.append(":n").append(std::to_string(parameters++));
@@ -73,19 +74,23 @@ KeyedStatement::KeyedStatement(const char* operation, const std::string& start,
                                const std::string& firstKey, const std::string& furtherKey)
     : operation_(operation),
       numbersOfKey_(static_cast<std::size_t>(std::count(firstKey.begin(), firstKey.end(), '?'))) {
-  for (std::size_t text = 0; text < texts_.size(); ++text) {
+  for (std::size_t text = 0; text < kKeysOfText.size(); ++text) {
     std::size_t parameters = 0;
-    texts_[text] = start;
-    appendKey(firstKey, parameters, texts_[text]);
-    for (std::size_t key = 1; key < kKeysOfText[text]; ++key) {
-      texts_[text] += ',';
-      appendKey(furtherKey, parameters, texts_[text]);
+    named_[text] = unnamed_[text] = start;
+    for (std::size_t number = 0; number < kKeysOfText[text]; ++number) {
+      const std::string& key = number == 0 ? firstKey : furtherKey;
+      const char* const separator = number == 0 ? "" : ",";
+      appendNamed(separator + key, parameters, named_[text]);
+      unnamed_[text] += separator + key;
     }
-    texts_[text] += ')';
+    named_[text] += ')';
+    unnamed_[text] += ')';
   }
 }
 
 void KeyedStatement::readRows(const std::vector<std::int64_t>& keys, const RowUse& use) const {
+  const bool isSqlite = dao::CSqlSession().GetDBServerType() == dao::kDbServerSqlite;
+  const Texts& texts = isSqlite ? unnamed_ : named_;
   const std::size_t mostNumbers = kKeysOfText.back() * numbersOfKey_;
   for (std::size_t start = 0; start < keys.size(); start += mostNumbers) {
     const std::size_t numbers = std::min(mostNumbers, keys.size() - start);
@@ -97,7 +102,7 @@ void KeyedStatement::readRows(const std::vector<std::int64_t>& keys, const RowUs
     while (parameters.size() < kKeysOfText[text] * numbersOfKey_) {
       parameters.push_back(parameters[parameters.size() - numbersOfKey_]);
     }
-    southbound::readRows(operation_, texts_[text], parameters, use);
+    southbound::readRows(operation_, texts[text], parameters, use);
   }
 }
 

@@ -26,7 +26,8 @@ std::int32_t number(const dao::CCursorTable& row, unsigned long column);
 
 // A statement over a list of keys, each of one or more numbers. It has three texts, for one key,
 // for a few and for a whole batch, so that each is prepared once; what is missing in a list is
-// filled by repeating its last key, which changes no answer.
+// filled by repeating its last key, which changes no answer. SQLite has texts of its own: it looks
+// up each named parameter among all that stand before it.
 class KeyedStatement {
  public:
   // The text is `start`, the first key, the further ones behind a "," each, and ")". In a key each
@@ -39,10 +40,12 @@ class KeyedStatement {
 
  private:
   static constexpr std::array<std::size_t, 3> kKeysOfText = {1, 32, 2000};
+  using Texts = std::array<std::string, kKeysOfText.size()>;
 
   const char* operation_;
   std::size_t numbersOfKey_;
-  std::array<std::string, kKeysOfText.size()> texts_;
+  Texts named_;
+  Texts unnamed_;
 };
 
 }  // namespace orma::southbound
