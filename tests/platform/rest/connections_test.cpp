@@ -122,8 +122,8 @@ TEST_F(Connections, ConnectionThatTheServiceClosedIsReplaced) {
   std::atomic<int> served{0};
   ScriptedPeer peer([&](PeerConnection& connection) {
     connection.readHeaders();
+    ++served;  // before the answer, behind which the client looks at it
     connection.send("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n[]");
-    ++served;
   });
   configureBaseUrl(peer.url());
   for (int i = 1; i <= 5; ++i) {
