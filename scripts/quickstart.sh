@@ -78,7 +78,7 @@ show_first() {
 }
 
 step "Packages"
-install_packages "${emf_release_packages[@]}" graphviz || fail "the packages could not be installed"
+install_packages "${emf_quickstart_packages[@]}" || fail "the packages could not be installed"
 echo "Everything that the build and the picture need is installed."
 
 step "Build (build/release)"

@@ -8,6 +8,7 @@ emf_release_packages=(
   libsoci-dev libboost-dev libpq-dev libsqlite3-dev
   libcli11-dev libcpp-httplib-dev libpugixml-dev
 )
+emf_quickstart_packages=("${emf_release_packages[@]}" graphviz)
 emf_test_packages=(
   "${emf_release_packages[@]}"
   ccache clang libgtest-dev libgmock-dev
