@@ -68,12 +68,31 @@ std::vector<ServiceInterface*> InterfaceSlot::snapshot() const {
 // Takes no lock: callers may hold _g_actualmutex.
 void InterfaceSlot::push_back(ServiceInterface* interface) {
   if (interface == nullptr) return;
+  while (Entry* spare = trailingSpare()) {
+    ServiceInterface* none = nullptr;
+    if (spare->interface.compare_exchange_strong(none, interface, std::memory_order_acq_rel))
+      return;
+  }
   auto* entry = new Entry(interface);
   for (std::atomic<Entry*>* link = &first_;;) {
     Entry* last = nullptr;
     if (link->compare_exchange_strong(last, entry, std::memory_order_acq_rel)) return;
     link = &last->next;
   }
+}
+
+// An interface that is filed anew after each start would otherwise lengthen the chain for ever.
+InterfaceSlot::Entry* InterfaceSlot::trailingSpare() const {
+  Entry* spare = nullptr;
+  for (Entry* entry = first_.load(std::memory_order_acquire); entry != nullptr;
+       entry = entry->next.load(std::memory_order_acquire)) {
+    if (entry->interface.load(std::memory_order_acquire) != nullptr) {
+      spare = nullptr;
+    } else if (spare == nullptr) {
+      spare = entry;
+    }
+  }
+  return spare;
 }
 
 void InterfaceSlot::remove(ServiceInterface* interface) {

@@ -57,6 +57,20 @@ TEST(InterfaceSlot, RemovingTheFirstMakesTheNextOneFirst) {
   EXPECT_THAT(slot.snapshot(), ElementsAre(&a));
 }
 
+TEST(InterfaceSlot, FilingAgainKeepsTheOrderWhateverGapsThereAre) {
+  Numbered a(0, 1), b(0, 2), c(0, 3), d(0, 4);
+  InterfaceSlot slot;
+  for (Numbered* one : {&a, &b, &c}) slot.push_back(one);
+  slot.remove(&a);  // a gap in front is not filled
+  slot.push_back(&d);
+  EXPECT_THAT(slot.snapshot(), ElementsAre(&b, &c, &d));
+  slot.remove(&c);
+  slot.remove(&d);
+  slot.push_back(&a);
+  slot.push_back(&d);
+  EXPECT_THAT(slot.snapshot(), ElementsAre(&b, &a, &d));
+}
+
 TEST(InterfaceSlot, NullsAndUnknownOnesAreIgnored) {
   Numbered a(0, 1), b(0, 2);
   InterfaceSlot slot;

@@ -37,6 +37,9 @@ class ORMA_API InterfaceSlot {
 
  private:
   struct Entry;
+  // The first cleared entry behind every one that is filled; null when the last is filled.
+  Entry* trailingSpare() const;
+
   std::atomic<Entry*> first_{nullptr};
 };
 
