@@ -1,5 +1,7 @@
 #include "simulated_network.h"
 
+#include <sqlite3.h>
+
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -18,6 +20,16 @@ std::string makeDirectory() {
   return path;
 }
 
+void change(const std::string& database, const std::string& statements) {
+  sqlite3* handle = nullptr;
+  const bool done =
+      sqlite3_open_v2(database.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK &&
+      sqlite3_exec(handle, statements.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
+  const std::string reason = sqlite3_errmsg(handle);
+  sqlite3_close(handle);
+  if (!done) throw std::runtime_error(reason);
+}
+
 void installConfiguration(const std::string& file) {
   std::vector<orma::ConfigProblem> problems;
   auto configuration = orma::Configuration::load(file, problems);
@@ -28,9 +40,10 @@ void installConfiguration(const std::string& file) {
 
 }  // namespace
 
-SimulatedNetwork::SimulatedNetwork(int elements) : directory_(makeDirectory()) {
+SimulatedNetwork::SimulatedNetwork(int elements, const std::string& changes)
+    : directory_(makeDirectory()) {
   try {
-    start(elements);
+    start(elements, changes);
   } catch (...) {
     fs::remove_all(directory_);
     throw;
@@ -44,13 +57,14 @@ SimulatedNetwork::~SimulatedNetwork() {
   fs::remove_all(directory_, ignored);
 }
 
-void SimulatedNetwork::start(int elements) {
+void SimulatedNetwork::start(int elements, const std::string& changes) {
   const std::string database = directory_ + "/network.db";
   const std::string configuration = directory_ + "/agent.json";
   const auto generated = ormasim::testing::run(
       EMF_ORMASIM,
       {"generate", "--elements", std::to_string(elements), "--seed", "7", "--db", database});
   if (generated.status != 0) throw std::runtime_error(generated.errors);
+  change(database, changes);
   simulator_ = std::make_unique<ormasim::testing::Process>(
       EMF_ORMASIM,
       std::vector<std::string>{"serve", "--db", database, "--agent-config", configuration});

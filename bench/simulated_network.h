@@ -15,7 +15,8 @@
 
 class SimulatedNetwork {
  public:
-  explicit SimulatedNetwork(int elements);
+  // `changes` are SQL statements that the inventory goes through before it is served.
+  explicit SimulatedNetwork(int elements, const std::string& changes = std::string());
   SimulatedNetwork(const SimulatedNetwork&) = delete;
   SimulatedNetwork& operator=(const SimulatedNetwork&) = delete;
   // Stops the simulator and removes its files.
@@ -24,7 +25,7 @@ class SimulatedNetwork {
   std::string url(const std::string& path) const;
 
  private:
-  void start(int elements);
+  void start(int elements, const std::string& changes);
 
   std::string directory_;
   std::unique_ptr<ormasim::testing::Process> simulator_;
