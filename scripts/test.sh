@@ -22,8 +22,9 @@ source "$here/lib/packages.sh"
 
 readonly all_stages=(dev asan tsan clang)
 jobs=$(nproc)
-# The packaging tests build the same sources in other directories; their objects come from the cache.
-export CCACHE_NOHASHDIR=1
+# The packaging tests, and other clones of the tree, build the same sources in other directories;
+# their objects come from the cache.
+export CCACHE_NOHASHDIR=1 CCACHE_BASEDIR=$root
 summary=()
 failures=0
 
