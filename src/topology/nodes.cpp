@@ -85,9 +85,9 @@ std::int32_t nodeKindOf(const std::string& nodeClass, const std::string& exInfo)
 }
 
 void fillNode(const Json::Value& object, const std::string& iconName, Node& node) {
-  const std::string exInfo = object["exInfo"].asString();
   fillIdentity(object, node);
   node.iconName = ToNorthCharset(iconName);
+  const std::string exInfo = object["exInfo"].asString();
   fillFromExInfo(exInfo, node);
   node.label = ToNorthCharset(object["label"].asString());
   node.ipAddr = ToNorthCharset(object["ipAddr"].asString());

@@ -317,6 +317,12 @@ TEST_F(Nodes, StepsBeforeTheExceptionHaveFilledTheNode) {
   expected.iconName = "";
   expected.procId = 3;
   EXPECT_EQ(out, expected);
+  view(R"({"parentId":"6","exInfo":[],"iconFile":"/a.png"})");
+  EXPECT_THROW(EMFTopoI::getNode(keyOf("13"), out), Json::LogicError);
+  expected.parentSubMapId = "S6";
+  expected.nodeId = "";
+  expected.iconName = "/a.png";
+  EXPECT_EQ(out, expected);
 }
 
 TEST_F(Nodes, KindIsThatOfTheClass) {
