@@ -162,6 +162,20 @@ TEST(PortId, IsReadAsFarAsItGoes) {
   EXPECT_EQ(read("NE=12,PP=5;2;65537;"), expected);
 }
 
+TEST(PortId, CutAnywhereNamesNoOtherPlace) {
+  const std::string id = idOf(wholePort(), false);
+  const std::size_t place = id.find(';');
+  for (std::size_t length = 0; length < id.size(); ++length) {
+    const PortIndex port = read(id.substr(0, length));
+    if (length >= place) {
+      EXPECT_EQ(port.neID, 12) << length;
+      EXPECT_EQ(port.portID, 5) << length;
+    } else {
+      EXPECT_EQ(port.portID, -1) << length;
+    }
+  }
+}
+
 TEST(PortId, FurtherSegmentsAndFieldsDoNotDisturb) {
   EXPECT_EQ(read("NE=12,X=9,FR=0,S=3,SS=1,PP=5;2;65537;GE-0/3/1"), wholePort());
   EXPECT_EQ(read("PP=5,SS=1,S=3,FR=0,NE=12;2;65537;GE-0/3/1"), wholePort());
