@@ -107,6 +107,7 @@ class PostgresqlRowReader : public RowReader {
   std::vector<std::string> columnNames() const override {
     std::vector<std::string> names;
     const PGresult* result = statement_.result_;
+    names.reserve(static_cast<std::size_t>(PQnfields(result)));
     for (int i = 0; i < PQnfields(result); ++i) names.emplace_back(PQfname(result, i));
     return names;
   }
