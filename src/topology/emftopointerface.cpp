@@ -54,9 +54,10 @@ bool parseDevice(const Json::Value& object, Device& device) {
 std::int64_t EMFTopoI::getAllDevices(std::list<Device>& out) {
   std::vector<Json::Value> objects;
   NS_UTIL::NBIHTTPProxy::GetAllDevProperty(objects);
-  for (const Json::Value& object : objects) {
+  for (Json::Value& object : objects) {
     Device device;
     if (parseDevice(object, device)) out.push_back(std::move(device));
+    Json::Value().swap(object);  // freed while the processor's caches still hold it
   }
   return kSuccess;
 }
