@@ -12,7 +12,7 @@ emf_quickstart_packages=("${emf_release_packages[@]}" graphviz)
 emf_test_packages=(
   "${emf_release_packages[@]}"
   ccache clang libgtest-dev libgmock-dev
-  ca-certificates libssl-dev postgresql
+  ca-certificates graphviz libssl-dev postgresql
 )
 emf_bench_packages=("${emf_release_packages[@]}" ccache libbenchmark-dev)
 emf_lint_packages=("${emf_test_packages[@]}" libbenchmark-dev clang-format clang-tidy git)
