@@ -1,4 +1,4 @@
-// The inventory database as the topology queries read it.
+// The inventory database as the topology and resource queries read it.
 //
 // Thread-safety: thread-safe after Instance. Operations block in the database. They return -1 on
 // failure (logged with the reason) and throw nothing but std::bad_alloc.
@@ -6,8 +6,10 @@
 
 #include <cstdint>
 #include <list>
+#include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "orma/bundle/export.h"
 
@@ -29,6 +31,12 @@ struct NodeStruct {
   std::uint32_t devId = 0;
   std::string nodeId;
   std::string label;
+};
+
+// What the database tells of one resource.
+struct _SResProperty {
+  // Number and value of each attribute, in the order of the numbers; values are UTF-8.
+  std::list<std::pair<int, std::string>> attributes;
 };
 
 namespace dao {
@@ -55,6 +63,12 @@ class ORMA_API CEmfCommDBEngine {
   // The location parts, outermost first, appended; 0, or -1 when the device is unknown or the
   // read failed.
   int GetDevLocationByDevID(unsigned int id, std::list<std::string>& out);
+  // The attributes of resources, one entry for each that exists, added to `out` under its id.
+  // `iids` holds compatible ids cut to 32 bits, so only elements are found; `attributes` the
+  // numbers wanted, none for all. `flag` 1 asks for the attributes, 0 only for the entries. The
+  // number of resources found, or -1 on failure.
+  int GetResByIID(const std::list<int>& iids, const std::list<int>& attributes,
+                  std::map<int, _SResProperty>& out, int flag);
   // Nodes that match are appended; their number, or -1 on failure.
   int GetBaseNode(_ETopoQueryMode mode, const std::string& key, std::list<NodeStruct>& out);
 

@@ -27,6 +27,42 @@ class ORMA_API NBIHTTPProxy {
   // otherwise `response` is null, and the failure is logged.
   static bool getTopoSubnetViewInfo(const Json::Value& filter, std::string marker,
                                     Json::Value& response);
+
+  // The properties of the resources of one kind that have these FDNs, in one exchange without
+  // paging: POST of {"nativeIds": [<FDN>, ...]} to /rest/resource/v2/<kind>-properties, with <kind>
+  // "port", "slot", "card", "frame" or "ne". True when `answer` holds the answer,
+  //   {"objList": [<object>, ...]};
+  // otherwise it is null, and the failure is logged. FDNs that name nothing are left out of the
+  // answer. Every object has "name" and
+  //   port   "nativeId", "portType" (number)
+  //   slot   "slotNativeId", "isDaughterCard", "cardType" or "daughterCardType" (number)
+  //   card   "nativeId", "isDaughterCard", "cardType" or "daughterCardType" (number)
+  //   frame  "nativeId", "frameType" (a number's text)
+  //   ne     "nativeId", "detailDevType" (number)
+  static bool GetPortResourcePropertyByFDNs(Json::Value& answer,
+                                            const std::vector<std::string>& fdns);
+  static bool GetSlotResourcePropertyByFDNs(Json::Value& answer,
+                                            const std::vector<std::string>& fdns);
+  static bool GetCardResourcePropertyByFDNs(Json::Value& answer,
+                                            const std::vector<std::string>& fdns);
+  static bool GetFrameResourcePropertyByFDNs(Json::Value& answer,
+                                             const std::vector<std::string>& fdns);
+  static bool GetNEResourcePropertyByFDNs(Json::Value& answer,
+                                          const std::vector<std::string>& fdns);
+
+  // Posts a query document, given as JSON text, to a path of the resource service. True when
+  // `answer` holds the answer; otherwise it is null, and the failure is logged. A body that is no
+  // JSON is such a failure and sends nothing.
+  static bool GetAcessResource(Json::Value& answer, const std::string& path,
+                               const std::string& body);
+
+  // Where resources stand and who keeps them: POST of `body`, the JSON text of
+  //   {"nativeIds": [<FDN>, ...], "needMaintenanceInfo": true|false},
+  // to /rest/resource/v2/location-maintenance. The result is as above; the answer is
+  //   {"locationInfo": [{"nativeId", "devMTInfo": {"country", "province", "city", "address"}}],
+  //    "maintenanceInfo": [{"iID", "name", "dept", "phoneNo", "email"}]},
+  // every value a text, "maintenanceInfo" only where it was asked for.
+  static bool QueryLocalInfoAndMaintenInfo(Json::Value& answer, const std::string& body);
 };
 
 }  // namespace NS_UTIL
