@@ -80,4 +80,33 @@ const Bytes& CValue::asBytes() const {
   refuse(type(), "binary");
 }
 
+void CValue::ReadFrom(const CValue& other) { *this = other; }
+
+void CValue::ChangeValueTypeEnum(Enum::DataTypeEnum wanted) {
+  if (isEmpty()) return;
+  switch (wanted) {
+    case Enum::kDataEmpty:
+      data_ = std::monostate();
+      return;
+    case Enum::kDataInteger:
+      data_ = asInteger();
+      return;
+    case Enum::kDataReal:
+      data_ = asReal();
+      return;
+    case Enum::kDataText:
+      data_ = asText();
+      return;
+    case Enum::kDataBinary:
+      if (const auto* text = std::get_if<std::string>(&data_)) {
+        data_ = Bytes(text->begin(), text->end());
+      }
+      asBytes();
+      return;
+  }
+  refuse(type(), "one of type number " + std::to_string(wanted));
+}
+
+TEValue::TEValue(const CValue& value) : CValue(value) {}
+
 }  // namespace refl

@@ -6,6 +6,7 @@
 #include <limits>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -113,6 +114,89 @@ TEST(Value, RefusalNamesTheTypesAndNotTheValue) {
   EXPECT_EQ(refusal([] { text("secret").asInteger(); }),
             "a value of type text cannot be taken as an integer");
   EXPECT_EQ(refusal([] { CValue().asText(); }), "a value of type empty cannot be taken as a text");
+}
+
+TEST(Value, ReadFromReplacesTypeAndValue) {
+  const std::vector<CValue> values = {CValue(), integer(7), CValue(0.5), text("a"),
+                                      CValue(refl::Bytes{0, 255})};
+  for (const CValue& from : values) {
+    for (CValue into : values) {
+      into.ReadFrom(refl::TEValue(from));
+      EXPECT_TRUE(into == from);
+    }
+  }
+}
+
+TEST(Value, ReadFromItselfChangesNothing) {
+  CValue value = text("a text that lies on the heap, for its length");
+  const CValue& itself = value;
+  value.ReadFrom(itself);
+  EXPECT_EQ(value.asText(), "a text that lies on the heap, for its length");
+}
+
+TEST(Value, HandedOverValueIsACopyOfItsOwn) {
+  CValue value = text("before");
+  const refl::TEValue handed = value;
+  value = integer(1);
+  EXPECT_EQ(handed.asText(), "before");
+}
+
+// A value, the type it is changed to, and what it is then.
+struct TypeChange {
+  CValue before;
+  refl::Enum::DataTypeEnum type;
+  CValue after;
+};
+
+TEST(Value, TypeIsChangedWhereNothingIsLost) {
+  const std::vector<TypeChange> changes = {
+      {integer(5), refl::Enum::kDataInteger, integer(5)},
+      {integer(5), refl::Enum::kDataReal, CValue(5.0)},
+      {integer(-5), refl::Enum::kDataText, text("-5")},
+      {CValue(2.0), refl::Enum::kDataInteger, integer(2)},
+      {CValue(2.5), refl::Enum::kDataReal, CValue(2.5)},
+      {text("12"), refl::Enum::kDataInteger, integer(12)},
+      {text("12"), refl::Enum::kDataText, text("12")},
+      {text("a\xff"), refl::Enum::kDataBinary, CValue(refl::Bytes{'a', 255})},
+      {text(""), refl::Enum::kDataBinary, CValue(refl::Bytes())},
+      {CValue(refl::Bytes{1}), refl::Enum::kDataBinary, CValue(refl::Bytes{1})},
+      {text("a"), refl::Enum::kDataEmpty, CValue()},
+      {CValue(refl::Bytes{1}), refl::Enum::kDataEmpty, CValue()},
+      {CValue(), refl::Enum::kDataInteger, CValue()},
+      {CValue(), refl::Enum::kDataBinary, CValue()},
+  };
+  for (std::size_t i = 0; i < changes.size(); ++i) {
+    CValue value = changes[i].before;
+    value.ChangeValueTypeEnum(changes[i].type);
+    EXPECT_TRUE(value == changes[i].after) << i;
+  }
+}
+
+TEST(Value, TypeChangeThatWouldLoseOrGuessIsRefusedAndChangesNothing) {
+  const std::vector<std::pair<CValue, refl::Enum::DataTypeEnum>> refused = {
+      {CValue(2.5), refl::Enum::kDataInteger},
+      {text("x"), refl::Enum::kDataInteger},
+      {integer(kHighest), refl::Enum::kDataReal},
+      {text("2.5"), refl::Enum::kDataReal},
+      {CValue(2.5), refl::Enum::kDataText},
+      {CValue(refl::Bytes{'a'}), refl::Enum::kDataText},
+      {integer(1), refl::Enum::kDataBinary},
+      {CValue(1.0), refl::Enum::kDataBinary},
+      {integer(1), static_cast<refl::Enum::DataTypeEnum>(5)},
+  };
+  for (std::size_t i = 0; i < refused.size(); ++i) {
+    CValue value = refused[i].first;
+    EXPECT_THROW(value.ChangeValueTypeEnum(refused[i].second), std::range_error) << i;
+    EXPECT_TRUE(value == refused[i].first) << i;
+  }
+}
+
+TEST(Value, DataTypesAreNumberedLikeTypes) {
+  EXPECT_EQ(static_cast<int>(CValue().type()), refl::Enum::kDataEmpty);
+  EXPECT_EQ(static_cast<int>(integer(1).type()), refl::Enum::kDataInteger);
+  EXPECT_EQ(static_cast<int>(CValue(1.0).type()), refl::Enum::kDataReal);
+  EXPECT_EQ(static_cast<int>(text("").type()), refl::Enum::kDataText);
+  EXPECT_EQ(static_cast<int>(CValue(refl::Bytes()).type()), refl::Enum::kDataBinary);
 }
 
 }  // namespace

@@ -19,6 +19,17 @@ namespace refl {
 
 using Bytes = std::vector<unsigned char>;
 
+namespace Enum {
+// The types of values, in the order of CValue::Type.
+enum DataTypeEnum : int {
+  kDataEmpty = 0,
+  kDataInteger = 1,
+  kDataReal = 2,
+  kDataText = 3,
+  kDataBinary = 4,
+};
+}  // namespace Enum
+
 class ORMA_API CValue {
  public:
   // In the order of the alternatives in data_.
@@ -50,12 +61,26 @@ class ORMA_API CValue {
   std::string asText() const;
   const Bytes& asBytes() const;
 
+  // Takes over the type and the value of `other`, emptiness as well.
+  void ReadFrom(const CValue& other);
+  // Turns the value into one of that type, by the conversions above; a text also becomes its
+  // bytes. An empty value stays empty, as NULL is NULL in every type, and any value can be made
+  // empty. Where there is no such conversion it throws, and the value stays as it was.
+  void ChangeValueTypeEnum(Enum::DataTypeEnum type);
+
   // Equal in type and value; 1 and 1.0 and "1" are three values.
   friend bool operator==(const CValue& a, const CValue& b) { return a.data_ == b.data_; }
   friend bool operator!=(const CValue& a, const CValue& b) { return !(a == b); }
 
  private:
   std::variant<std::monostate, std::int64_t, double, std::string, Bytes> data_;
+};
+
+// A value on its way into another, for ReadFrom: a copy of its own, so that neither end of the way
+// depends on the other.
+class ORMA_API TEValue : public CValue {
+ public:
+  TEValue(const CValue& value);  // converting, as values are handed over
 };
 
 }  // namespace refl
