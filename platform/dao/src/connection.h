@@ -58,6 +58,10 @@ class Connection {
   // Whether a kept statement failed only because of what has changed since it was prepared.
   virtual bool isOutdated(const std::exception& failure) const = 0;
 
+  // Bytes as a parameter; null where the database takes them as a text in hexadecimal. Throws what
+  // SOCI throws.
+  virtual std::unique_ptr<soci::blob> makeBlob(const refl::Bytes& bytes) = 0;
+
   virtual std::unique_ptr<RowReader> makeRowReader(
       soci::details::statement_backend& statement) const = 0;
 

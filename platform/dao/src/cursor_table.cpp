@@ -64,4 +64,8 @@ unsigned long CCursorTable::GetColumnCount() const {
   return statement_ ? statement_->columnNames().size() : 0;
 }
 
+std::string CCursorTable::GetColumnName(unsigned long column) const {
+  return column < GetColumnCount() ? statement_->columnNames()[column] : std::string();
+}
+
 }  // namespace dao

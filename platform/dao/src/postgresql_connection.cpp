@@ -165,6 +165,9 @@ class PostgresqlConnection : public Connection {
     return state == kPlanOutdated || state == kNoSuchStatement;
   }
 
+  // SOCI's blobs are the server's large objects, which are not what a column of bytes holds.
+  std::unique_ptr<soci::blob> makeBlob(const refl::Bytes&) override { return nullptr; }
+
   std::unique_ptr<RowReader> makeRowReader(
       soci::details::statement_backend& statement) const override {
     return std::make_unique<PostgresqlRowReader>(backendOf(statement));

@@ -88,6 +88,9 @@ class SqliteConnection : public Connection {
         identity_(identity) {
     auto* backend = static_cast<soci::sqlite3_session_backend*>(session().get_backend());
     api::sqlite3_busy_timeout(backend->conn_, static_cast<int>(settings.lockWait.count()));
+    // A file that is open for reading can still be copied into a new one, and temporary tables
+    // written: those are refused as well.
+    session() << "PRAGMA query_only = ON";
   }
 
   bool isStale() const override { return !isStillThere(settings().target, identity_); }
@@ -96,6 +99,12 @@ class SqliteConnection : public Connection {
 
   // SQLite itself prepares again what has become outdated.
   bool isOutdated(const std::exception&) const override { return false; }
+
+  std::unique_ptr<soci::blob> makeBlob(const refl::Bytes& bytes) override {
+    auto blob = std::make_unique<soci::blob>(session());
+    blob->write(0, reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    return blob;
+  }
 
   std::unique_ptr<RowReader> makeRowReader(
       soci::details::statement_backend& statement) const override {

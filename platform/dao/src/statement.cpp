@@ -14,6 +14,14 @@ std::string boundText(const refl::CValue& value) {
   return text;
 }
 
+// As PostgreSQL writes and reads bytes.
+std::string hexadecimal(const refl::Bytes& bytes) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  std::string text = "\\x";
+  for (const unsigned char byte : bytes) text += {kDigits[byte >> 4], kDigits[byte & 0xF]};
+  return text;
+}
+
 }  // namespace
 
 using soci::details::statement_backend;
@@ -71,7 +79,14 @@ void Statement::bind(const refl::CValue& value, int position) {
       parameter.text = boundText(value);
       break;
     case refl::CValue::Type::Binary:
-      throw std::runtime_error("bytes cannot be a statement's parameter");
+      parameter.blob = connection_->makeBlob(value.asBytes());
+      if (parameter.blob) {
+        place = parameter.blob.get();
+        type = soci::details::x_blob;
+      } else {
+        parameter.text = hexadecimal(value.asBytes());
+      }
+      break;
   }
   parameter.use.reset(handle_->make_use_type_backend());
   parameter.use->bind_by_pos(position, place, type, true);

@@ -37,6 +37,7 @@ class Statement {
     long long integer = 0;
     double real = 0;
     std::string text;
+    std::unique_ptr<soci::blob> blob;
     soci::indicator indicator = soci::i_ok;
     std::unique_ptr<soci::details::standard_use_type_backend> use;
   };

@@ -57,11 +57,11 @@ TEST_F(CursorTable, EmptyParameterIsNull) {
               ElementsAre("core-1"));
 }
 
-TEST_F(CursorTable, BytesAreNoParameter) {
+TEST_F(CursorTable, TextWithANulIsNoParameter) {
   CCursorTable rows;
-  const CExecStatus status = rows.Open(session_, "SELECT :a", {CValue(refl::Bytes{1})});
+  const CExecStatus status = rows.Open(session_, "SELECT :a", {text(std::string("a\0b", 3))});
   EXPECT_EQ(status.GetErrCode(), kExecStatementFailed);
-  EXPECT_EQ(status.GetMessage(), "bytes cannot be a statement's parameter");
+  EXPECT_EQ(status.GetMessage(), "a text parameter holds a NUL character");
 }
 
 TEST_F(CursorTable, ColumnsAreReadByNameAndByNumber) {
@@ -74,6 +74,23 @@ TEST_F(CursorTable, ColumnsAreReadByNameAndByNumber) {
   EXPECT_EQ(rows["label"], text("core-1"));
   EXPECT_EQ(rows[0], integer(2));
   EXPECT_EQ(rows[1], text("core-1"));
+}
+
+TEST_F(CursorTable, ColumnsHaveNamesFromTheStart) {
+  CCursorTable rows;
+  EXPECT_EQ(rows.GetColumnName(0), "");
+  ASSERT_TRUE(rows.Open(session_, "SELECT dev_id, name AS label FROM device").IsOk());
+  EXPECT_EQ(rows.GetColumnName(0), "dev_id");
+  EXPECT_EQ(rows.GetColumnName(1), "label");
+  EXPECT_EQ(rows.GetColumnName(2), "");
+}
+
+TEST_F(CursorTable, OfColumnsOfOneNameTheFirstIsReadByIt) {
+  CCursorTable rows;
+  ASSERT_TRUE(rows.Open(session_, "SELECT 1 AS n, 2 AS n").IsOk());
+  ASSERT_TRUE(rows.FetchNextRow());
+  EXPECT_EQ(rows["n"], integer(1));
+  EXPECT_EQ(rows[1], integer(2));
 }
 
 TEST_F(CursorTable, ColumnThatThereIsNotIsEmpty) {

@@ -83,6 +83,24 @@ TEST_F(Postgresql, ValuesHaveTheTypesOfTheirColumns) {
   for (std::size_t i = 0; i < expected.size(); ++i) EXPECT_TRUE(rows[i] == expected[i]) << i;
 }
 
+TEST_F(Postgresql, BytesAreParametersOfAnyLength) {
+  database().run(
+      "CREATE TABLE t (n INTEGER, v BYTEA); INSERT INTO t VALUES (1, '\\x00ff'), (2, '')");
+  const std::vector<refl::Bytes> values = {{0, 255}, {}};
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const CValue bytes(values[i]);
+    CCursorTable rows;
+    ASSERT_EQ(
+        rows.Open(session_, "SELECT n, :again::bytea AS again FROM t WHERE v = :v", {bytes, bytes})
+            .GetMessage(),
+        "");
+    ASSERT_TRUE(rows.FetchNextRow());
+    EXPECT_EQ(rows["n"].asInteger(), static_cast<std::int64_t>(i) + 1);
+    EXPECT_EQ(rows["again"], bytes);
+    EXPECT_FALSE(rows.FetchNextRow());
+  }
+}
+
 TEST_F(Postgresql, InfiniteRealsAreReals) {
   CCursorTable rows;
   ASSERT_TRUE(rows.Open(session_, "SELECT 'Infinity'::float8, '-Infinity'::float8").IsOk());

@@ -104,7 +104,7 @@ TEST_F(PreparedStatements, TableThatWasMissingIsFoundAndOneThatGoesIsMissed) {
 TEST_F(PreparedStatements, RefusedParameterLeavesTheNextRunAlone) {
   EXPECT_THAT(firsts(kNameOf, {integer(2)}), ElementsAre("core-1"));
   CCursorTable rows;
-  EXPECT_EQ(rows.Open(session_, kNameOf, {CValue(refl::Bytes{1})}).GetErrCode(),
+  EXPECT_EQ(rows.Open(session_, kNameOf, {CValue(std::string(1, '\0'))}).GetErrCode(),
             kExecStatementFailed);
   EXPECT_THAT(firsts(kNameOf, {integer(3)}), ElementsAre("Größe 框"));
 }

@@ -183,6 +183,40 @@ TEST_F(Sqlite, ParameterThatIsNotGivenIsNullAndNotThatOfTheRunBefore) {
   }
 }
 
+TEST_F(Sqlite, BytesAreParametersOfAnyLength) {
+  SqliteFile database(file("a.db"));
+  database.run("CREATE TABLE t (n INTEGER, v BLOB); INSERT INTO t VALUES (1, x'00ff'), (2, x'')");
+  configure(database.connection());
+  CSqlSession session;
+  CCursorTable rows;
+  const std::string statement = "SELECT n, :again AS again FROM t WHERE v = :v";
+  const std::vector<refl::Bytes> values = {{0, 255}, {}};
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const CValue bytes(values[i]);
+    ASSERT_EQ(rows.Open(session, statement, {bytes, bytes}).GetMessage(), "");
+    ASSERT_TRUE(rows.FetchNextRow());
+    EXPECT_EQ(rows["n"].asInteger(), static_cast<std::int64_t>(i) + 1);
+    EXPECT_EQ(rows["again"], bytes);
+    EXPECT_FALSE(rows.FetchNextRow());
+  }
+}
+
+// What an open mode alone would let pass.
+TEST_F(Sqlite, NeitherCopiesNorTemporaryTablesAreWritten) {
+  makeInventory("a.db", "one");
+  configure("sqlite:a.db");
+  CSqlSession session;
+  for (const std::string& statement :
+       {std::string("CREATE TEMP TABLE t (n INTEGER)"), "VACUUM INTO '" + file("copy.db") + "'",
+        std::string("DELETE FROM device"), std::string("PRAGMA user_version = 7")}) {
+    CCursorTable rows;
+    EXPECT_EQ(rows.Open(session, statement).GetErrCode(), kExecStatementFailed) << statement;
+    EXPECT_THAT(rows.GetStatus().GetMessage(), HasSubstr("readonly")) << statement;
+  }
+  EXPECT_FALSE(std::filesystem::exists(file("copy.db")) &&
+               std::filesystem::file_size(file("copy.db")) > 0);
+}
+
 TEST_F(Sqlite, FailureInTheMiddleOfTheRowsIsToldApartFromTheirEnd) {
   makeInventory("a.db", "one");
   configure("sqlite:a.db");

@@ -50,6 +50,8 @@ class ORMA_API CCursorTable {
   refl::CValue operator[](unsigned long column) const;
   // The number of columns of the open statement's rows; 0 with none open.
   unsigned long GetColumnCount() const;
+  // A column's name in the result, counted from 0; empty where there is no such column.
+  std::string GetColumnName(unsigned long column) const;
 
   // How the last Open or FetchNextRow went.
   const CExecStatus& GetStatus() const { return status_; }
