@@ -10,6 +10,7 @@ void Platform::reset() {
   config.reset();
   text.reset();
   rest.reset();
+  alarms.reset();
   database.reset();
   southbound.reset();
   journal.reset();

@@ -9,6 +9,7 @@
 // Thread-safety: thread-safe recording; scripts belong to the test's thread.
 #pragma once
 
+#include "alarm_rest_double.h"
 #include "bundle_double.h"
 #include "database_double.h"
 #include "journal.h"
@@ -29,6 +30,7 @@ struct Platform {
   ConfigDouble config;
   TextDouble text;
   RestDouble rest;
+  AlarmRestDouble alarms;
   DatabaseDouble database;
   SouthboundDouble southbound;
 

@@ -63,6 +63,24 @@ class ORMA_API NBIHTTPProxy {
   //    "maintenanceInfo": [{"iID", "name", "dept", "phoneNo", "email"}]},
   // every value a text, "maintenanceInfo" only where it was asked for.
   static bool QueryLocalInfoAndMaintenInfo(Json::Value& answer, const std::string& body);
+
+  // One page of the alarm definitions, or of the alarm reasons: `body` is the JSON text of
+  //   {"limit": <count>, "offset": <first, from 0>}.
+  // The result is as above; the answer is
+  //   {"totalCount": <of the whole catalogue>, "definitions": [<object>, ...]},
+  // of reasons too. A definition has the texts "alarmId", "alarmGroupId", "alarmName" and
+  // "description" and the numbers "eventType" and "severity"; a reason the texts "alarmGroupId",
+  // "alarmId", "causes" and "repairAction" and the number "reasonId".
+  static bool QueryAlarmDefinitionInfo(Json::Value& answer, const std::string& body);
+  static bool QueryAlarmReasonInfo(Json::Value& answer, const std::string& body);
+
+  // The alarms whose severity was redefined: `body` is as above, but "offset" counts from 1. The
+  // result is as above; the answer is an object with "count", a number, and one member for each
+  // row, named by the row's index in decimal:
+  //   {"count": 1, "0": {"alarmGroupId", "alarmId", "newSeverity", "OldLevel", "Name"}},
+  // with both ids and the name texts and both severities numbers. "count" is that of the rows
+  // that are there.
+  static bool QueryRedefineAlarmDataList(Json::Value& answer, const std::string& body);
 };
 
 }  // namespace NS_UTIL
