@@ -3,7 +3,7 @@
 
 -- One row: the version of this layout.
 CREATE TABLE inventory_version (version INTEGER NOT NULL);
-INSERT INTO inventory_version (version) VALUES (1);
+INSERT INTO inventory_version (version) VALUES (2);
 
 -- Subnet views. The root's parent is itself: obj_id and parent_id '102', topo_id 101.
 CREATE TABLE subnet (
@@ -19,7 +19,7 @@ CREATE TABLE subnet (
   pos_x         INTEGER NOT NULL,
   pos_y         INTEGER NOT NULL
 );
-CREATE INDEX subnet_parent ON subnet (parent_id);
+CREATE INDEX subnet_parent ON subnet (parent_id, topo_id);
 
 -- Network elements. dev_id counts from 2; 1 is the management system itself and has no row.
 CREATE TABLE device (
@@ -82,4 +82,58 @@ CREATE TABLE link (
   attribute INTEGER NOT NULL,
   a_port    BIGINT NOT NULL REFERENCES port (port_id),
   z_port    BIGINT NOT NULL REFERENCES port (port_id)
+);
+
+-- The main types of resources.
+CREATE TABLE main_type (
+  type_id INTEGER PRIMARY KEY,
+  name    TEXT NOT NULL
+);
+
+-- What stands below an equipped device: frames, slots, cards and ports. A frame also has its row in
+-- `frame`, and the port of a link in `port`.
+CREATE TABLE resource (
+  res_id    BIGINT PRIMARY KEY,      -- made from native_id: see ident.md
+  dev_id    BIGINT NOT NULL REFERENCES device (dev_id),
+  seq       INTEGER NOT NULL,        -- from 1 in each device; what holds others comes before them
+  parent_id BIGINT NOT NULL,         -- res_id of what holds it; dev_id where that is the device
+  native_id TEXT NOT NULL UNIQUE,
+  main_type INTEGER NOT NULL REFERENCES main_type (type_id),
+  sub_type  INTEGER NOT NULL,        -- of a slot: that of the card in it, 0 when it is empty
+  name      TEXT NOT NULL,
+  UNIQUE (dev_id, seq)
+);
+
+-- Attributes of an equipped device or a resource below one.
+CREATE TABLE resource_attribute (
+  res_id   BIGINT NOT NULL,          -- dev_id, or res_id of a resource
+  short_id INTEGER NOT NULL,         -- the lower 32 bits of that, as a signed number
+  number   INTEGER NOT NULL,
+  value    TEXT NOT NULL,
+  PRIMARY KEY (res_id, number)
+);
+CREATE INDEX resource_attribute_short ON resource_attribute (short_id);
+
+-- The address of an equipped device.
+CREATE TABLE device_place (
+  dev_id   BIGINT PRIMARY KEY REFERENCES device (dev_id),
+  country  TEXT NOT NULL,
+  province TEXT NOT NULL,
+  city     TEXT NOT NULL,
+  address  TEXT NOT NULL
+);
+
+-- Who maintains devices, and who maintains which, the first to call first.
+CREATE TABLE keeper (
+  keeper_id INTEGER PRIMARY KEY,
+  name      TEXT NOT NULL,
+  dept      TEXT NOT NULL,
+  phone_no  TEXT NOT NULL,
+  email     TEXT NOT NULL
+);
+CREATE TABLE device_keeper (
+  dev_id    BIGINT NOT NULL REFERENCES device (dev_id),
+  seq       INTEGER NOT NULL,
+  keeper_id INTEGER NOT NULL REFERENCES keeper (keeper_id),
+  PRIMARY KEY (dev_id, seq)
 );

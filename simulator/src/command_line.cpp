@@ -52,7 +52,8 @@ void runGenerate(const Options& options) {
 }
 
 void runImport(const Options& options) {
-  const ImportSummary summary = importFiles(options.files, options.database);
+  const ImportSummary summary =
+      importFiles(options.files, options.database, options.generate.equipped);
   std::fprintf(stderr, "ormasim: %zu networks with %zu elements and %zu links are in %s%s\n",
                summary.networks, summary.elements, summary.links, options.database.c_str(),
                summary.replaced ? ", in place of what it held" : "");
@@ -81,6 +82,14 @@ void addDatabase(CLI::App& command, Options& options) {
       ->type_name("FILE");
 }
 
+void addEquipped(CLI::App& command, Options& options) {
+  command
+      .add_option("--equipped", options.generate.equipped,
+                  "Elements that get shelves, the first ones [200]")
+      ->type_name("N")
+      ->check(CLI::Range(std::uint64_t{0}, kMaxElements));
+}
+
 CLI::App& addGenerate(CLI::App& app, Options& options) {
   CLI::App& command = *app.add_subcommand("generate", "Make a network, the same for the same seed");
   command.add_option("--elements", options.generate.elements, "Number of network elements")
@@ -88,6 +97,7 @@ CLI::App& addGenerate(CLI::App& app, Options& options) {
       ->type_name("N")
       ->check(CLI::Range(std::uint64_t{0}, kMaxElements));
   command.add_option("--seed", options.generate.seed, "Seed of the generator [1]")->type_name("S");
+  addEquipped(command, options);
   addDatabase(command, options);
   command.add_flag("--force", options.force, "Replace the file if it exists");
   return command;
@@ -97,6 +107,7 @@ CLI::App& addImport(CLI::App& app, Options& options) {
   CLI::App& command = *app.add_subcommand(
       "import", "Fill a database with networks from GraphML files, in place of what it holds");
   command.add_option("files", options.files, "GraphML files")->required()->type_name("FILE");
+  addEquipped(command, options);
   addDatabase(command, options);
   return command;
 }

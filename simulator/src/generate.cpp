@@ -35,6 +35,7 @@ class Generator {
   Generator(Database& database, const GenerateOptions& options)
       : options_(options),
         random_(options.seed),
+        database_(database),
         writer_(database),
         tree_(writer_, random_, options.elements),
         progress_("Generating", options.elements) {}
@@ -46,6 +47,7 @@ class Generator {
       progress_.advance();
     }
     links.addCrossLinks();
+    equipInventory(database_, writer_, {options_.equipped, options_.seed});
   }
 
  private:
@@ -109,6 +111,7 @@ class Generator {
 
   const GenerateOptions options_;
   Random random_;
+  Database& database_;
   InventoryWriter writer_;
   SubnetTree tree_;
   Progress progress_;

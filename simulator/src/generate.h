@@ -3,7 +3,8 @@
 //   generateInventory(database, {200, 7});
 //
 // Regions, countries, cities, districts and sites make the subnet tree; every site holds network
-// elements, joined by links into one connected graph. Texts are in several scripts.
+// elements, joined by links into one connected graph, and the first elements are equipped. Texts are
+// in several scripts.
 //
 // Thread-safety: thread-compatible. Failure: SimError.
 #pragma once
@@ -11,6 +12,7 @@
 #include <cstdint>
 #include <string>
 
+#include "equip.h"
 #include "sqlite.h"
 
 namespace ormasim {
@@ -20,6 +22,7 @@ constexpr std::uint64_t kMaxElements = 10'000'000;
 struct GenerateOptions {
   std::uint64_t elements = 0;
   std::uint64_t seed = 1;
+  std::uint64_t equipped = kDefaultEquipped;  // the first so many get shelves
 };
 
 // Fills an inventory that has its tables and no rows; the caller holds the transaction.

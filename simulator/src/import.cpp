@@ -17,16 +17,18 @@ namespace {
 constexpr std::int64_t kFirstDeviceId = 2;
 constexpr std::int64_t kNetworkElementType = 1;
 constexpr std::int64_t kPhysicalPortType = 0x10002;
+constexpr std::uint64_t kSeed = 1;
 
 class Importer {
  public:
-  explicit Importer(Database& database) : writer_(database), ports_(writer_) {}
+  explicit Importer(Database& database) : database_(database), writer_(database), ports_(writer_) {}
 
   void clear() { writer_.clear(); }
 
-  void add(const std::vector<Network>& networks) {
+  void add(const std::vector<Network>& networks, std::uint64_t equipped) {
     writer_.add(physicalRoot());
     for (const Network& network : networks) add(network);
+    equipInventory(database_, writer_, {equipped, kSeed});
   }
 
  private:
@@ -82,6 +84,7 @@ class Importer {
     writer_.add(row);
   }
 
+  Database& database_;
   InventoryWriter writer_;
   PortMaker ports_;
   std::int64_t subnets_ = 0;
@@ -101,25 +104,28 @@ std::vector<std::string> inOrderOfNames(std::vector<std::string> files) {
   return files;
 }
 
-void replaceContents(const std::string& file, const std::vector<Network>& networks) {
+void replaceContents(const std::string& file, const std::vector<Network>& networks,
+                     std::uint64_t equipped) {
   Database database(file, Database::Mode::ReadWrite);
   database.requireInventory();
   Transaction transaction(database, "BEGIN IMMEDIATE");
   Importer importer(database);
   importer.clear();
-  importer.add(networks);
+  importer.add(networks, equipped);
   transaction.commit();
 }
 
-void makeDatabase(const std::string& file, const std::vector<Network>& networks) {
+void makeDatabase(const std::string& file, const std::vector<Network>& networks,
+                  std::uint64_t equipped) {
   NewDatabaseFile made(file);
-  Importer(made.database()).add(networks);
+  Importer(made.database()).add(networks, equipped);
   made.publish();
 }
 
 }  // namespace
 
-ImportSummary importFiles(const std::vector<std::string>& files, const std::string& database) {
+ImportSummary importFiles(const std::vector<std::string>& files, const std::string& database,
+                          std::uint64_t equipped) {
   // Every file is read and checked before the database is touched.
   std::vector<Network> networks;
   for (const std::string& file : inOrderOfNames(files)) networks.push_back(readGraphml(file));
@@ -127,9 +133,9 @@ ImportSummary importFiles(const std::vector<std::string>& files, const std::stri
   ImportSummary summary;
   summary.replaced = fileExists(database);
   if (summary.replaced) {
-    replaceContents(database, networks);
+    replaceContents(database, networks, equipped);
   } else {
-    makeDatabase(database, networks);
+    makeDatabase(database, networks, equipped);
   }
   summary.networks = networks.size();
   for (const Network& network : networks) {

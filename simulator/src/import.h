@@ -6,8 +6,11 @@
 // does not is made. Failure: SimError, and the database is what it was.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
+
+#include "equip.h"
 
 namespace ormasim {
 
@@ -18,6 +21,8 @@ struct ImportSummary {
   bool replaced = false;  // an inventory was there before
 };
 
-ImportSummary importFiles(const std::vector<std::string>& files, const std::string& database);
+// The first `equipped` elements get shelves.
+ImportSummary importFiles(const std::vector<std::string>& files, const std::string& database,
+                          std::uint64_t equipped = kDefaultEquipped);
 
 }  // namespace ormasim

@@ -1,6 +1,7 @@
 #include "inventory_writer.h"
 
 #include "inventory_schema.h"
+#include "resource_ids.h"
 
 namespace ormasim {
 namespace {
@@ -49,10 +50,20 @@ InventoryWriter::InventoryWriter(Database& database)
       frame_(database, insertInto("frame", "dev_id,frame_no,label")),
       port_(database,
             insertInto("port", "port_id,dev_id,frame,slot,card,port,name,type,state_a,state_b")),
-      link_(database, insertInto("link", "link_id,name,kind,attribute,a_port,z_port")) {}
+      link_(database, insertInto("link", "link_id,name,kind,attribute,a_port,z_port")),
+      mainType_(database, insertInto("main_type", "type_id,name")),
+      resource_(
+          database,
+          insertInto("resource", "res_id,dev_id,seq,parent_id,native_id,main_type,sub_type,name")),
+      attribute_(database, insertInto("resource_attribute", "res_id,short_id,number,value")),
+      place_(database, insertInto("device_place", "dev_id,country,province,city,address")),
+      keeper_(database, insertInto("keeper", "keeper_id,name,dept,phone_no,email")),
+      deviceKeeper_(database, insertInto("device_keeper", "dev_id,seq,keeper_id")) {}
 
 void InventoryWriter::clear() {
-  for (const char* table : {"link", "port", "frame", "device_location", "device", "subnet"}) {
+  for (const char* table :
+       {"device_keeper", "keeper", "device_place", "resource_attribute", "resource", "main_type",
+        "link", "port", "frame", "device_location", "device", "subnet"}) {
     database_.execute(std::string("DELETE FROM ") + table);
   }
 }
@@ -85,6 +96,33 @@ void InventoryWriter::add(const PortRow& row) {
 void InventoryWriter::add(const LinkRow& row) {
   link_.run(row.id, row.name, static_cast<std::int64_t>(row.kind), row.attribute, row.portA,
             row.portZ);
+}
+
+void InventoryWriter::addMainType(std::int64_t id, const std::string& name) {
+  mainType_.run(id, name);
+}
+
+void InventoryWriter::add(const ResourceRow& row) {
+  resource_.run(row.id, row.deviceId, row.sequence, row.parentId, row.nativeId, row.mainType,
+                row.subType, row.name);
+}
+
+void InventoryWriter::addAttribute(std::int64_t resourceId, std::int64_t number,
+                                   const std::string& value) {
+  attribute_.run(resourceId, shortIdOf(resourceId), number, value);
+}
+
+void InventoryWriter::add(const PlaceRow& row) {
+  place_.run(row.deviceId, row.country, row.province, row.city, row.address);
+}
+
+void InventoryWriter::add(const KeeperRow& row) {
+  keeper_.run(row.id, row.name, row.dept, row.phoneNo, row.email);
+}
+
+void InventoryWriter::addDeviceKeeper(std::int64_t deviceId, std::int64_t sequence,
+                                      std::int64_t keeperId) {
+  deviceKeeper_.run(deviceId, sequence, keeperId);
 }
 
 }  // namespace ormasim

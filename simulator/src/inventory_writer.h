@@ -77,6 +77,33 @@ struct LinkRow {
   std::int64_t portZ = 0;
 };
 
+struct ResourceRow {
+  std::int64_t id = 0;  // resourceIdOf(nativeId)
+  std::int64_t deviceId = 0;
+  std::int64_t sequence = 0;
+  std::int64_t parentId = 0;
+  std::string nativeId;
+  std::int64_t mainType = 0;
+  std::int64_t subType = 0;
+  std::string name;
+};
+
+struct PlaceRow {
+  std::int64_t deviceId = 0;
+  std::string country;
+  std::string province;
+  std::string city;
+  std::string address;
+};
+
+struct KeeperRow {
+  std::int64_t id = 0;
+  std::string name;
+  std::string dept;
+  std::string phoneNo;
+  std::string email;
+};
+
 // The subnet above all others, which is its own parent.
 SubnetRow physicalRoot();
 // The nth subnet below it, from 0: ids are given so that they never meet the root's.
@@ -94,6 +121,13 @@ class InventoryWriter {
   void add(const FrameRow& row);
   void add(const PortRow& row);
   void add(const LinkRow& row);
+  void addMainType(std::int64_t id, const std::string& name);
+  void add(const ResourceRow& row);
+  // `resourceId` is that of a device or of a resource below one.
+  void addAttribute(std::int64_t resourceId, std::int64_t number, const std::string& value);
+  void add(const PlaceRow& row);
+  void add(const KeeperRow& row);
+  void addDeviceKeeper(std::int64_t deviceId, std::int64_t sequence, std::int64_t keeperId);
 
  private:
   Database& database_;
@@ -103,6 +137,12 @@ class InventoryWriter {
   Statement frame_;
   Statement port_;
   Statement link_;
+  Statement mainType_;
+  Statement resource_;
+  Statement attribute_;
+  Statement place_;
+  Statement keeper_;
+  Statement deviceKeeper_;
 };
 
 }  // namespace ormasim

@@ -4,6 +4,7 @@
 // Thread-safety: thread-compatible.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace ormasim {
@@ -26,6 +27,12 @@ class Random {
   }
 
   bool percent(std::uint32_t chance) { return below(100) < chance; }
+
+  // Any element of a table.
+  template <typename Element, std::size_t kSize>
+  const Element& pick(const Element (&table)[kSize]) {
+    return table[below(static_cast<std::uint32_t>(kSize))];
+  }
 
   // -reach to +reach.
   std::int32_t around(std::int32_t reach) {

@@ -6,7 +6,7 @@ namespace ormasim {
 namespace {
 
 constexpr int kBusyTimeoutMs = 5000;
-constexpr std::int64_t kLayoutVersion = 1;
+constexpr std::int64_t kLayoutVersion = 2;
 
 int openFlags(Database::Mode mode) {
   switch (mode) {
@@ -57,11 +57,13 @@ void Database::requireInventory() {
   // A preparation that fails says "no such table", or that the file is no database at all.
   Statement version(*this, "SELECT version FROM inventory_version");
   if (!version.step() || version.integer(0) != kLayoutVersion) {
-    throw SimError("database " + file_ +
-                   ": its layout is not version 1; make it anew with 'ormasim generate'");
+    throw SimError("database " + file_ + ": its layout is not version " +
+                   std::to_string(kLayoutVersion) + "; make it anew with 'ormasim generate'");
   }
   version.reset();
-  for (const char* table : {"subnet", "device", "device_location", "frame", "port", "link"}) {
+  for (const char* table :
+       {"subnet", "device", "device_location", "frame", "port", "link", "main_type", "resource",
+        "resource_attribute", "device_place", "keeper", "device_keeper"}) {
     Statement probe(*this, std::string("SELECT 1 FROM ") + table + " LIMIT 1");
     probe.step();
   }

@@ -178,12 +178,13 @@ TEST_F(ImportTest, ManyEdgesAtANodeFillSlotAfterSlot) {
 TEST_F(ImportTest, ImportReplacesWhatTheDatabaseHeld) {
   generateFile(database_, {50, 1}, false);
   const std::string file = directory_.write("a.graphml", graphml(node("0", {})));
-  const ImportSummary summary = importFiles({file}, database_);
+  const ImportSummary summary = importFiles({file}, database_, 0);
   EXPECT_TRUE(summary.replaced);
   EXPECT_THAT(query(database_, "SELECT name FROM device"), ElementsAre("a-0"));
   EXPECT_THAT(query(database_, "SELECT label FROM subnet ORDER BY topo_id"),
               ElementsAre("Physical Root", "a"));
-  for (const char* table : {"port", "link", "frame", "device_location"}) {
+  for (const char* table : {"port", "link", "frame", "device_location", "resource",
+                            "resource_attribute", "device_place", "device_keeper"}) {
     EXPECT_THAT(query(database_, std::string("SELECT * FROM ") + table), IsEmpty()) << table;
   }
 }

@@ -250,10 +250,10 @@ TEST_F(RestTest, DatabaseOfAnotherLayoutIsRefused) {
   { NewDatabaseFile(file).publish(); }
   {
     Database database(file, Database::Mode::ReadWrite);
-    database.execute("UPDATE inventory_version SET version = 2");
+    database.execute("UPDATE inventory_version SET version = 99");
   }
   settings_.databaseFile = file;
-  EXPECT_THAT(errorOf([&] { serveNetwork(0); }), HasSubstr("its layout is not version 1"));
+  EXPECT_THAT(errorOf([&] { serveNetwork(0); }), HasSubstr("its layout is not version 2"));
 }
 
 TEST_F(RestTest, DatabaseThatLacksATableIsRefused) {
