@@ -30,6 +30,12 @@ void DatabaseDouble::nodes(std::list<NodeStruct> records, int result) {
   nodesResult_ = result;
 }
 
+void DatabaseDouble::resources(std::map<int, _SResProperty> records, int result) {
+  std::lock_guard lock(mutex_);
+  resources_ = std::move(records);
+  resourcesResult_ = result;
+}
+
 void DatabaseDouble::fails() {
   std::lock_guard lock(mutex_);
   fails_ = true;
@@ -53,7 +59,8 @@ void DatabaseDouble::reset() {
   versionName_.clear();
   location_.clear();
   nodes_.clear();
-  propertiesResult_ = versionNameResult_ = locationResult_ = nodesResult_ = 0;
+  resources_.clear();
+  propertiesResult_ = versionNameResult_ = locationResult_ = nodesResult_ = resourcesResult_ = 0;
   calls_.clear();
 }
 
@@ -98,6 +105,18 @@ int DatabaseDouble::readLocation(unsigned int id, std::list<std::string>& out) {
   return fails_ ? -1 : locationResult_;
 }
 
+int DatabaseDouble::readResources(const std::list<int>& iids, const std::list<int>& attributes,
+                                  std::map<int, _SResProperty>& out, int flag) {
+  std::lock_guard lock(mutex_);
+  std::string call = "GetResByIID";
+  for (const int iid : iids) call += " " + std::to_string(iid);
+  call += " /";
+  for (const int attribute : attributes) call += " " + std::to_string(attribute);
+  record(call + " / " + std::to_string(flag));
+  out.insert(resources_.begin(), resources_.end());
+  return fails_ ? -1 : resourcesResult_;
+}
+
 int DatabaseDouble::readNodes(_ETopoQueryMode mode, const std::string& key,
                               std::list<NodeStruct>& out) {
   std::lock_guard lock(mutex_);
@@ -134,6 +153,11 @@ int CEmfCommDBEngine::GetDevVersionName(unsigned int id, std::string& out) {
 
 int CEmfCommDBEngine::GetDevLocationByDevID(unsigned int id, std::list<std::string>& out) {
   return platform().database.readLocation(id, out);
+}
+
+int CEmfCommDBEngine::GetResByIID(const std::list<int>& iids, const std::list<int>& attributes,
+                                  std::map<int, _SResProperty>& out, int flag) {
+  return platform().database.readResources(iids, attributes, out, flag);
 }
 
 int CEmfCommDBEngine::GetBaseNode(_ETopoQueryMode mode, const std::string& key,

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <list>
+#include <map>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -23,6 +24,7 @@ class DatabaseDouble {
   void versionName(const std::string& version, int result = 0);
   void location(std::list<std::string> parts, int result = 0);
   void nodes(std::list<NodeStruct> records, int result);
+  void resources(std::map<int, _SResProperty> records, int result);
   // Every read returns -1 and leaves what was scripted in its output all the same.
   void fails();
 
@@ -37,6 +39,8 @@ class DatabaseDouble {
   int readProperties(const std::list<unsigned int>& ids, std::list<stDevProperty>& out);
   int readVersionName(unsigned int id, std::string& out);
   int readLocation(unsigned int id, std::list<std::string>& out);
+  int readResources(const std::list<int>& iids, const std::list<int>& attributes,
+                    std::map<int, _SResProperty>& out, int flag);
   int readNodes(_ETopoQueryMode mode, const std::string& key, std::list<NodeStruct>& out);
 
  private:
@@ -49,10 +53,12 @@ class DatabaseDouble {
   std::string versionName_;
   std::list<std::string> location_;
   std::list<NodeStruct> nodes_;
+  std::map<int, _SResProperty> resources_;
   int propertiesResult_ = 0;
   int versionNameResult_ = 0;
   int locationResult_ = 0;
   int nodesResult_ = 0;
+  int resourcesResult_ = 0;
   std::vector<std::string> calls_;
 };
 

@@ -11,6 +11,7 @@ void Platform::reset() {
   text.reset();
   rest.reset();
   alarms.reset();
+  resources.reset();
   database.reset();
   southbound.reset();
   journal.reset();

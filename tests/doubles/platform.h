@@ -14,6 +14,7 @@
 #include "database_double.h"
 #include "journal.h"
 #include "log_double.h"
+#include "resource_rest_double.h"
 #include "rest_double.h"
 #include "southbound_double.h"
 #include "text_double.h"
@@ -31,6 +32,7 @@ struct Platform {
   TextDouble text;
   RestDouble rest;
   AlarmRestDouble alarms;
+  ResourceRestDouble resources;
   DatabaseDouble database;
   SouthboundDouble southbound;
 

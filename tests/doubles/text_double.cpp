@@ -6,6 +6,12 @@
 #include "orma/text/text.h"
 #include "platform.h"
 
+// The platform's own, under the name that its source is compiled with here.
+namespace OrmaGlobalUtils {
+void platformCodeSetConvert(const std::string& from, const std::string& to,
+                            const std::string& input, std::string& output);
+}
+
 namespace emf::doubles {
 
 bool operator==(const Conversion& a, const Conversion& b) {
@@ -29,6 +35,11 @@ void TextDouble::characterSetSwitch(int value) {
 void TextDouble::conversionGives(Converter converter) {
   std::lock_guard lock(mutex_);
   converter_ = std::move(converter);
+}
+
+void TextDouble::convertsTruly() {
+  std::lock_guard lock(mutex_);
+  convertsTruly_ = true;
 }
 
 void TextDouble::formattingFails(const std::string& left) {
@@ -57,6 +68,7 @@ void TextDouble::reset() {
   characterSetSwitch_ = 0;
   switchReads_ = 0;
   converter_ = nullptr;
+  convertsTruly_ = false;
   failureText_.reset();
   conversions_.clear();
   formats_.clear();
@@ -75,10 +87,18 @@ int TextDouble::readSwitch() {
 
 std::string TextDouble::convert(const Conversion& conversion) {
   Converter converter;
+  bool truly = false;
   {
     std::lock_guard lock(mutex_);
     conversions_.push_back(conversion);
     converter = converter_;
+    truly = convertsTruly_;
+  }
+  if (truly) {
+    std::string converted;
+    OrmaGlobalUtils::platformCodeSetConvert(conversion.from, conversion.to, conversion.input,
+                                            converted);
+    return converted;
   }
   if (converter) return converter(conversion.input);
   return conversion.from + ">" + conversion.to + ":" + conversion.input;

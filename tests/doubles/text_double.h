@@ -41,6 +41,8 @@ class TextDouble {
   void characterSetSwitch(int value);
   // What a conversion makes of its input; after a reset "from>to:input".
   void conversionGives(Converter converter);
+  // Conversions are the platform's own, until the reset.
+  void convertsTruly();
   // Every snprintf_s writes `left` into its buffer and returns -1, until the reset.
   void formattingFails(const std::string& left);
 
@@ -62,6 +64,7 @@ class TextDouble {
   int characterSetSwitch_ = 0;
   int switchReads_ = 0;
   Converter converter_;
+  bool convertsTruly_ = false;
   std::optional<std::string> failureText_;
   std::vector<Conversion> conversions_;
   std::vector<FormatBounds> formats_;
