@@ -37,9 +37,9 @@ class ORMA_API CAsnCmd {
   // Waits for the next reply frame, at most the receive timeout for the whole of it.
   // True: a frame was decoded into `reply`; `errorCode` is the frame's own, 0 when all is well.
   // False with `errorCode` 0: the exchange is over. False with another code: it has failed, for
-  // good, and `reply` is as it was; later calls give the same code.
+  // good; later calls give the same code.
   // What decoding throws (a CSM_Exception*, owned by who catches it, or std::bad_alloc) passes; the
-  // exchange has then failed with orma::channel::kUndecodable.
+  // exchange has then failed with orma::channel::kUndecodable, and `reply` may hold a part.
   bool Receive(unsigned long& errorCode, AsnType& reply);
 
   // Drops the connection and frees what the command holds. The destructor of the command itself

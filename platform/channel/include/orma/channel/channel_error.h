@@ -10,6 +10,7 @@ namespace orma::channel {
 // Codes of the server are passed on unchanged, and it is the server's business to keep clear of
 // this range.
 enum ErrorCode : unsigned long {
+  kNone = 0,
   kNoAddress = 6101,  // the configuration gives no address for the process, or not a usable one
   kRefused = 6102,    // nothing listens there, or it cannot be reached
   kConnectTimeout = 6103,  // no connection within the connect timeout
