@@ -4,6 +4,7 @@
 
 #include "orma/bundle/config_items.h"
 #include "platform.h"
+#include "printf_text.h"
 
 namespace emf::doubles {
 
@@ -104,6 +105,12 @@ class RecordingProxy : public NS_BUNDLEMGR1::DefaultLogProxy {
     state_.level = level;
     state_.text = text;
     platform().proxies.recordLine(state_);
+  }
+  void PrintFormat(const char* format, ...) override __attribute__((format(printf, 2, 3))) {
+    va_list arguments;
+    va_start(arguments, format);
+    platform().proxies.recordCall("PrintFormat " + printfText(format, arguments));
+    va_end(arguments);
   }
   std::string GetProxyName() override { return "RecordingProxy"; }
 
