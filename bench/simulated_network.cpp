@@ -59,7 +59,6 @@ SimulatedNetwork::~SimulatedNetwork() {
 
 void SimulatedNetwork::start(int elements, const std::string& changes) {
   const std::string database = directory_ + "/network.db";
-  const std::string configuration = directory_ + "/agent.json";
   const auto generated = ormasim::testing::run(
       EMF_ORMASIM,
       {"generate", "--elements", std::to_string(elements), "--seed", "7", "--db", database});
@@ -67,10 +66,12 @@ void SimulatedNetwork::start(int elements, const std::string& changes) {
   change(database, changes);
   simulator_ = std::make_unique<ormasim::testing::Process>(
       EMF_ORMASIM,
-      std::vector<std::string>{"serve", "--db", database, "--agent-config", configuration});
+      std::vector<std::string>{"serve", "--db", database, "--agent-config", configurationFile()});
   if (simulator_->readLine().empty()) throw std::runtime_error(simulator_->errors());
-  installConfiguration(configuration);
+  select();
 }
+
+void SimulatedNetwork::select() const { installConfiguration(configurationFile()); }
 
 std::string SimulatedNetwork::url(const std::string& path) const {
   return orma::Configuration::current()->text("rest.baseUrl") + path;

@@ -22,10 +22,13 @@ class SimulatedNetwork {
   // Stops the simulator and removes its files.
   ~SimulatedNetwork();
 
+  // Installs this network's configuration again, after that of another one.
+  void select() const;
   std::string url(const std::string& path) const;
 
  private:
   void start(int elements, const std::string& changes);
+  std::string configurationFile() const { return directory_ + "/agent.json"; }
 
   std::string directory_;
   std::unique_ptr<ormasim::testing::Process> simulator_;

@@ -17,28 +17,27 @@ LinkIndex indexOf(const std::map<std::string, std::string>& links) {
   return index;
 }
 
-// Fills a map that it has emptied, from the entries that were in it: to free them all and allocate
-// them anew would cost as much as the rest of a refresh.
+// Replaces the entries of a map in place: from one refresh to the next most devices stay what they
+// were, and then nothing is freed, allocated or written. Entries from `old_` on are still those of
+// the refresh before; what is left of them in the end goes.
 class LinkWriter {
  public:
-  explicit LinkWriter(DeviceLinks& links) : links_(links), last_(links.end()) { old_.swap(links); }
+  explicit LinkWriter(DeviceLinks& links) : links_(links), old_(links.begin()) {}
+  LinkWriter(const LinkWriter&) = delete;
+  LinkWriter& operator=(const LinkWriter&) = delete;
+  ~LinkWriter() { links_.erase(old_, links_.end()); }
 
   void write(unsigned long number, std::string_view link) {
     // Devices mostly come in the order of their numbers.
-    if (old_.empty()) {
-      last_ = links_.emplace_hint(last_, number, std::string());
-    } else {
-      DeviceLinks::node_type entry = old_.extract(old_.begin());
-      entry.key() = number;
-      last_ = links_.insert(last_, std::move(entry));
-    }
-    last_->second = link;
+    while (old_ != links_.end() && old_->first < number) old_ = links_.erase(old_);
+    const bool kept = old_ != links_.end() && old_->first == number;
+    const auto entry = kept ? old_++ : links_.try_emplace(old_, number);
+    if (entry->second != link) entry->second = link;
   }
 
  private:
   DeviceLinks& links_;
-  DeviceLinks old_;
-  DeviceLinks::iterator last_;
+  DeviceLinks::iterator old_;
 };
 
 }  // namespace

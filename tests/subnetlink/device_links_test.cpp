@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <random>
 
 #include "recorded_traces.h"
 #include "topology_objects.h"
@@ -114,6 +115,26 @@ TEST_F(DeviceLinksTest, LinksOfBeforeAreGone) {
               ElementsAre(Pair(18, "Region/City"), Pair(19, "Region"), Pair(20, "Region/City")));
   rebuild(Objects{});
   EXPECT_THAT(links, IsEmpty());
+}
+
+// Whatever came before and in whatever order, the entries are those of an emptied map.
+TEST_F(DeviceLinksTest, AnySequenceOfRefreshesMirrorsTheLastList) {
+  std::mt19937 random(20);
+  const std::string parents[] = {"1", "2", "missing"};
+  for (int refresh = 0; refresh < 500; ++refresh) {
+    Objects nodes;
+    std::map<unsigned long, std::string> expected;
+    for (auto count = random() % 12; count > 0; --count) {
+      const unsigned long number = random() % 10;
+      const std::string& parent = parents[random() % 3];
+      nodes.push_back(node("NE=" + std::to_string(number), "1", parent));
+      if (const auto link = subnets.find("S" + parent); link != subnets.end()) {
+        expected[number] = link->second;
+      }
+    }
+    rebuild(nodes);
+    ASSERT_EQ(links, expected);
+  }
 }
 
 TEST_F(DeviceLinksTest, ObjectThatCannotBeReadLeavesNothingOfBefore) {
