@@ -1,7 +1,7 @@
 // The caches of log objects fill once a process: each helper has one test that goes through the
 // whole life of its cache.
 #include "emfglobal.h"
-#include "orma/asn1/asn_type.h"
+#include "orma/asn1/asn_int.h"
 #include "platform_test.h"
 
 namespace emf::doubles {
@@ -62,9 +62,9 @@ TEST_F(LogObjects, FormWithoutALogObjectWritesNothing) {
   EXPECT_THAT(platform().log.lines(), IsEmpty());
 }
 
-class Request : public AsnType {
+class Request : public AsnInt {
  public:
-  void Print(std::ostream& out) const override { out << "{ key 7 }"; }
+  void Print(std::ostream& out, unsigned int, bool) const override { out << "{ key 7 }"; }
 };
 
 TEST_F(LogObjects, AsnDumpsAreDroppedUntilThereIsALogService) {

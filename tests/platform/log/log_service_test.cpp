@@ -9,7 +9,7 @@
 #include <thread>
 
 #include "log_fixture.h"
-#include "orma/asn1/asn_type.h"
+#include "orma/asn1/asn_int.h"
 #include "orma/bundle/bundle_mgr.h"
 #include "orma/bundle/interface_slot.h"
 
@@ -105,16 +105,18 @@ TEST_F(LogService, MessageAboveTheThresholdIsNotEvenFormatted) {
   EXPECT_THAT(lines(), ElementsAre());
 }
 
-struct CountedObject : AsnType {
-  void Print(std::ostream& out) const override {
+struct CountedObject : AsnInt {
+  void Print(std::ostream& out, unsigned int, bool) const override {
     ++printed;
     out << "request {\n  id 1\n}";
   }
   mutable int printed = 0;
 };
 
-struct UnprintableObject : AsnType {
-  void Print(std::ostream&) const override { throw std::runtime_error("no schema"); }
+struct UnprintableObject : AsnInt {
+  void Print(std::ostream&, unsigned int, bool) const override {
+    throw std::runtime_error("no schema");
+  }
 };
 
 TEST_F(LogService, ObjectIsPrintedAtDetailLevel) {
