@@ -198,7 +198,8 @@ TEST_F(VirtualTables, LogProxy) {
 
 TEST_F(VirtualTables, RecordsHaveTheirDestructorAlone) {
   for (const std::string record :
-       {"Device", "Node", "SubMap", "DispLink", "UpdateDevice", "SimNode"}) {
+       {"Device", "Node", "SubMap", "DispLink", "UpdateDevice", "SimNode", "FaultRecord", "AlarmCfg",
+        "AlarmReason"}) {
     const std::string destructor = record + "::~" + record;
     EXPECT_THAT(tablesOf(record), ElementsAre(ElementsAre(destructor, destructor)));
   }

@@ -13,7 +13,9 @@ void Platform::reset() {
   alarms.reset();
   resources.reset();
   database.reset();
+  cursors.reset();
   southbound.reset();
+  channel.reset();
   journal.reset();
 }
 

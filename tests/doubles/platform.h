@@ -11,6 +11,8 @@
 
 #include "alarm_rest_double.h"
 #include "bundle_double.h"
+#include "channel_double.h"
+#include "cursor_double.h"
 #include "database_double.h"
 #include "journal.h"
 #include "log_double.h"
@@ -34,7 +36,9 @@ struct Platform {
   AlarmRestDouble alarms;
   ResourceRestDouble resources;
   DatabaseDouble database;
+  CursorDouble cursors;
   SouthboundDouble southbound;
+  ChannelDouble channel;
 
   // Back to the state at start: nothing recorded, nothing scripted, the log service present.
   void reset();
