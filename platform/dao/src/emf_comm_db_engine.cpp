@@ -1,5 +1,6 @@
 #include "orma/dao/emf_comm_db_engine.h"
 
+#include <algorithm>
 #include <atomic>
 #include <mutex>
 #include <new>
@@ -13,6 +14,7 @@ namespace {
 constexpr int kErrorLevel = 0;
 constexpr int kDetailLevel = 3;
 constexpr int kFailure = -1;
+constexpr int kWithAttributes = 1;
 
 std::mutex engineMutex;
 std::atomic<CEmfCommDBEngine*> engine{nullptr};  // written under engineMutex
@@ -35,6 +37,15 @@ int reported(const char* name, Operation operation) {
     trace(kErrorLevel, name, failure.what());
     return kFailure;
   }
+}
+
+// Leaves the attributes that were asked for: with no numbers given all of them.
+void keepWanted(const std::list<int>& numbers, int flag, _SResProperty& properties) {
+  if (flag != kWithAttributes) properties.attributes.clear();
+  if (numbers.empty()) return;
+  properties.attributes.remove_if([&numbers](const auto& attribute) {
+    return std::find(numbers.begin(), numbers.end(), attribute.first) == numbers.end();
+  });
 }
 
 int unknownDevice(const char* operation, unsigned int id) {
@@ -87,6 +98,22 @@ int CEmfCommDBEngine::GetDevLocationByDevID(unsigned int id, std::list<std::stri
     if (!parts) return unknownDevice("GetDevLocationByDevID", id);
     out.splice(out.end(), *parts);
     return 0;
+  });
+}
+
+int CEmfCommDBEngine::GetResByIID(const std::list<int>& iids, const std::list<int>& attributes,
+                                  std::map<int, _SResProperty>& out, int flag) {
+  return reported("GetResByIID", [&] {
+    auto resources = reader_->resourceProperties({iids.begin(), iids.end()});
+    for (const int id : resources.ambiguous) {
+      trace(kErrorLevel, "GetResByIID",
+            "id " + std::to_string(id) + " is that of several resources, and none is taken");
+    }
+    for (auto& [id, properties] : resources.found) {
+      keepWanted(attributes, flag, properties);
+      out[id] = std::move(properties);
+    }
+    return static_cast<int>(resources.found.size());
   });
 }
 

@@ -12,6 +12,7 @@ namespace {
 constexpr std::size_t kIdsPerStatement = 500;
 
 constexpr std::int64_t kLargestDeviceId = std::numeric_limits<std::uint32_t>::max();
+constexpr std::int64_t kLargestResourceId = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kLargestType = std::numeric_limits<std::uint16_t>::max();
 
 // Names the column in the failure of a value that is not what the inventory's layout says.
@@ -26,6 +27,11 @@ auto inColumn(const char* column, Read read) {
 
 std::int64_t integer(const CCursorTable& row, const char* column, std::int64_t maximum) {
   return inColumn(column, [&] { return row[column].asInteger(0, maximum); });
+}
+
+int signedInteger(const CCursorTable& row, const char* column) {
+  return inColumn(column,
+                  [&] { return static_cast<int>(row[column].asInteger(INT32_MIN, INT32_MAX)); });
 }
 
 std::string text(const CCursorTable& row, const char* column) {
@@ -106,6 +112,54 @@ std::optional<std::list<std::string>> InventoryReader::locationParts(unsigned in
         if (!row["part"].isEmpty()) parts->push_back(text(row, "part"));
       });
   return parts;
+}
+
+ResourceProperties InventoryReader::resourceProperties(const std::set<int>& shortIds) {
+  ResourceProperties result;
+  for (auto id = shortIds.begin(); id != shortIds.end();) {
+    std::vector<refl::CValue> elements;
+    std::vector<refl::CValue> shorts;
+    for (; id != shortIds.end() && shorts.size() < kIdsPerStatement; ++id) {
+      // An element's compatible id ends in its device id.
+      elements.push_back(idValue(static_cast<unsigned int>(*id)));
+      shorts.emplace_back(std::int64_t{*id});
+    }
+    addElements(elements, result);
+    addAttributes(shorts, result);
+  }
+  return result;
+}
+
+void InventoryReader::addElements(const std::vector<refl::CValue>& ids,
+                                  ResourceProperties& result) {
+  forEachRow("SELECT dev_id FROM device WHERE dev_id IN (" + placeholders(ids.size()) + ")", ids,
+             [&result](const CCursorTable& row) {
+               const auto id = static_cast<std::uint32_t>(integer(row, "dev_id", kLargestDeviceId));
+               result.found.try_emplace(static_cast<int>(id));
+             });
+}
+
+void InventoryReader::addAttributes(const std::vector<refl::CValue>& shortIds,
+                                    ResourceProperties& result) {
+  // By short id. An element comes before the resources below others that end in the same bits.
+  std::map<int, std::int64_t> owners;
+  for (const auto& element : result.found) {
+    owners.emplace(element.first, static_cast<std::uint32_t>(element.first));
+  }
+  forEachRow("SELECT res_id, short_id, number, value FROM resource_attribute WHERE short_id IN (" +
+                 placeholders(shortIds.size()) + ") ORDER BY res_id, number",
+             shortIds, [&](const CCursorTable& row) {
+               const int shortId = signedInteger(row, "short_id");
+               const std::int64_t resource = integer(row, "res_id", kLargestResourceId);
+               const std::int64_t owner = owners.try_emplace(shortId, resource).first->second;
+               if (owner == resource) {
+                 result.found[shortId].attributes.emplace_back(signedInteger(row, "number"),
+                                                               text(row, "value"));
+               } else if (owner > kLargestDeviceId) {
+                 result.ambiguous.insert(shortId);
+               }
+             });
+  for (const int shortId : result.ambiguous) result.found.erase(shortId);
 }
 
 std::list<NodeStruct> InventoryReader::allNodes() { return nodes("ORDER BY dev_id", {}); }

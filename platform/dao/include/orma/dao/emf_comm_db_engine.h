@@ -63,10 +63,11 @@ class ORMA_API CEmfCommDBEngine {
   // The location parts, outermost first, appended; 0, or -1 when the device is unknown or the
   // read failed.
   int GetDevLocationByDevID(unsigned int id, std::list<std::string>& out);
-  // The attributes of resources, one entry for each that exists, added to `out` under its id.
-  // `iids` holds compatible ids cut to 32 bits, so only elements are found; `attributes` the
-  // numbers wanted, none for all. `flag` 1 asks for the attributes, 0 only for the entries. The
-  // number of resources found, or -1 on failure.
+  // The attributes of resources, one entry for each that is found, put into `out` under its id.
+  // `iids` holds compatible ids cut to 32 bits; an id that so means several resources below
+  // elements finds none (logged), and an element comes before those. `attributes` holds the numbers
+  // wanted, none for all. `flag` 1 asks for the attributes, 0 only for the entries. The number of
+  // resources found, or -1 on failure.
   int GetResByIID(const std::list<int>& iids, const std::list<int>& attributes,
                   std::map<int, _SResProperty>& out, int flag);
   // Nodes that match are appended; their number, or -1 on failure.
