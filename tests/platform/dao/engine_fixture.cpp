@@ -54,14 +54,16 @@ void EngineTest::configure(const std::string& connection, int busyTimeoutMs) {
   install(document, directory_.path());
 }
 
-std::vector<LoggedLine> EngineTest::loggedErrors() const {
+std::vector<LoggedLine> EngineTest::loggedErrors() const { return loggedLines("error"); }
+
+std::vector<LoggedLine> EngineTest::loggedLines(const std::string& level) const {
   orma::flushLog();
   std::ifstream in(file(kLogFile));
   std::vector<LoggedLine> lines;
   for (std::string text; std::getline(in, text);) {
     Json::Value line;
     if (!Json::Reader().parse(text, line)) throw std::runtime_error("no JSON: " + text);
-    if (line["level"].asString() != "error") continue;
+    if (line["level"].asString() != level) continue;
     lines.push_back({line["level"].asString(), line["file"].asString(), line["function"].asString(),
                      line["text"].asString()});
   }

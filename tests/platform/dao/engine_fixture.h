@@ -50,7 +50,9 @@ class EngineTest : public ::testing::Test {
   CEmfCommDBEngine& engine() const {
     return *CEmfCommDBEngine::Instance(CEmfCommDBEngine::GetModuleName());
   }
-  // The lines written at the error level since the test began.
+  // The lines written at a level ("error", "info", "detail") since the test began.
+  std::vector<LoggedLine> loggedLines(const std::string& level) const;
+  // Those at the error level.
   std::vector<LoggedLine> loggedErrors() const;
   // The texts of them.
   std::vector<std::string> loggedTexts() const;
