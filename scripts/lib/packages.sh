@@ -12,9 +12,10 @@ emf_quickstart_packages=("${emf_release_packages[@]}" graphviz)
 emf_test_packages=(
   "${emf_release_packages[@]}"
   ccache clang libgtest-dev libgmock-dev
-  ca-certificates graphviz libssl-dev postgresql
+  ca-certificates graphviz libssl-dev openssl postgresql python3-pyasn1
 )
 emf_bench_packages=("${emf_release_packages[@]}" ccache libbenchmark-dev)
+emf_fuzz_packages=("${emf_release_packages[@]}" ccache clang libclang-rt-14-dev)
 emf_lint_packages=("${emf_test_packages[@]}" libbenchmark-dev clang-format clang-tidy git)
 
 # missing_packages NAME... prints those that are not installed.
