@@ -17,7 +17,8 @@
 
 namespace ormaagent {
 
-using Value = std::variant<std::int64_t, std::uint64_t, std::string>;
+// The last one is no value at all: NULL of a database.
+using Value = std::variant<std::int64_t, std::uint64_t, std::string, double, std::monostate>;
 
 struct Answer {
   std::int64_t result = 0;

@@ -1,6 +1,8 @@
 #include "answer_format.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <string_view>
 #include <type_traits>
@@ -11,11 +13,27 @@ namespace {
 
 bool isText(const Value& value) { return std::holds_alternative<std::string>(value); }
 
+bool isNone(const Value& value) { return std::holds_alternative<std::monostate>(value); }
+
+// The shortest text that reads back to the number and cannot be taken for a whole one.
+std::string realText(double number) {
+  if (std::isnan(number)) return "NaN";
+  if (std::isinf(number)) return number < 0 ? "-Infinity" : "Infinity";
+  char digits[32];
+  const std::string text(digits, std::to_chars(digits, std::end(digits), number).ptr);
+  return text.find_first_not_of("-0123456789") == std::string::npos ? text + ".0" : text;
+}
+
 std::string plainText(const Value& value) {
   return std::visit(
       [](const auto& held) -> std::string {
-        if constexpr (std::is_same_v<std::decay_t<decltype(held)>, std::string>) {
+        using Held = std::decay_t<decltype(held)>;
+        if constexpr (std::is_same_v<Held, std::string>) {
           return held;
+        } else if constexpr (std::is_same_v<Held, double>) {
+          return realText(held);
+        } else if constexpr (std::is_same_v<Held, std::monostate>) {
+          return "";
         } else {
           return std::to_string(held);
         }
@@ -44,12 +62,20 @@ std::string jsonText(std::string_view text) {
   return out += '"';
 }
 
+// JSON has no word for the numbers that are not finite: they are texts.
+std::string jsonValue(const Value& value) {
+  if (isNone(value)) return "null";
+  if (isText(value)) return jsonText(std::get<std::string>(value));
+  const auto* real = std::get_if<double>(&value);
+  const std::string text = plainText(value);
+  return real != nullptr && !std::isfinite(*real) ? jsonText(text) : text;
+}
+
 std::string jsonRecord(const Answer& answer, const std::vector<Value>& record) {
   std::string out = "{";
   for (std::size_t i = 0; i < record.size(); ++i) {
     if (i > 0) out += ", ";
-    out += jsonText(answer.fields[i]) + ": ";
-    out += isText(record[i]) ? jsonText(std::get<std::string>(record[i])) : plainText(record[i]);
+    out += jsonText(answer.fields[i]) + ": " + jsonValue(record[i]);
   }
   return out += '}';
 }
@@ -78,6 +104,7 @@ std::string csvField(const std::string& text, CharacterSet characterSet) {
 }
 
 std::string csvDocument(const Answer& answer, CharacterSet characterSet) {
+  if (answer.fields.empty()) return "";
   std::string out;
   for (std::size_t i = 0; i < answer.fields.size(); ++i) {
     out += (i > 0 ? "," : "") + csvField(answer.fields[i], characterSet);
@@ -99,11 +126,18 @@ struct Cell {
 
 using Row = std::vector<Cell>;
 
+// Whether a field holds numbers, as far as the first value that there is can tell.
+bool holdsNumbers(const Answer& answer, std::size_t field) {
+  for (const auto& record : answer.records) {
+    if (!isNone(record[field])) return !isText(record[field]);
+  }
+  return false;
+}
+
 Row headRow(const Answer& answer, CharacterSet characterSet) {
   Row row;
   for (std::size_t i = 0; i < answer.fields.size(); ++i) {
-    const bool numbers = !answer.records.empty() && !isText(answer.records.front()[i]);
-    row.push_back({displayText(answer.fields[i], characterSet), numbers});
+    row.push_back({displayText(answer.fields[i], characterSet), holdsNumbers(answer, i)});
   }
   return row;
 }
@@ -139,6 +173,7 @@ void appendRow(std::string& out, const Row& row, const std::vector<std::size_t>&
 }
 
 std::string tableDocument(const Answer& answer, CharacterSet characterSet) {
+  if (answer.fields.empty()) return "";
   std::vector<Row> rows = {headRow(answer, characterSet)};
   for (const auto& record : answer.records) rows.push_back(recordRow(record, characterSet));
   for (std::size_t i = 0; i < answer.depths.size(); ++i) {

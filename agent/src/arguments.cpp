@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "sql_value.h"
+
 namespace ormaagent {
 
 namespace {
@@ -41,6 +43,9 @@ constexpr TypeRow kTypes[] = {
      [](std::string_view text) { return !text.empty(); }},
     {ArgumentType::kPicture, "a file name that ends in .svg or .dot",
      [](std::string_view text) { return endsWith(text, ".svg") || endsWith(text, ".dot"); }},
+    {ArgumentType::kSqlValue,
+     "a text that is not empty, or integer:N, real:N, text:T, bytes:HEX or null:",
+     [](std::string_view text) { return parseSqlValue(text).has_value(); }},
 };
 
 const TypeRow& rowOf(ArgumentType type) {

@@ -30,7 +30,8 @@ enum class ArgumentType {
   kSeconds,    // decimal, up to a day
   kText,       // any bytes, as they are
   kNonEmpty,   // a text of at least one byte
-  kPicture     // a file name that ends in .svg or .dot
+  kPicture,    // a file name that ends in .svg or .dot
+  kSqlValue    // as sql_value.h says
 };
 
 // "a whole number from 0 to 4294967295", for messages and help.
@@ -55,9 +56,12 @@ std::optional<unsigned long> parseErrorCode(std::string_view text);
 class Arguments {
  public:
   using Options = std::map<std::string, std::string>;  // "--wait" and its value
+  // "--param" and its values, in their order.
+  using RepeatedOptions = std::map<std::string, std::vector<std::string>>;
 
-  explicit Arguments(std::vector<std::string> texts, Options options = {})
-      : texts_(std::move(texts)), options_(std::move(options)) {}
+  explicit Arguments(std::vector<std::string> texts, Options options = {},
+                     RepeatedOptions repeated = {})
+      : texts_(std::move(texts)), options_(std::move(options)), repeated_(std::move(repeated)) {}
 
   // Those that were given; options are not among them.
   std::size_t count() const { return texts_.size(); }
@@ -66,6 +70,11 @@ class Arguments {
 
   // An option of the command: the value that was given, else its default.
   const std::string& option(const std::string& name) const { return options_.at(name); }
+
+  // What was given for an option that may be repeated.
+  const std::vector<std::string>& repeatedOption(const std::string& name) const {
+    return repeated_.at(name);
+  }
 
   template <class T>
   T numberOption(const std::string& name) const {
@@ -88,6 +97,7 @@ class Arguments {
 
   std::vector<std::string> texts_;
   Options options_;
+  RepeatedOptions repeated_;
 };
 
 }  // namespace ormaagent

@@ -36,7 +36,8 @@ struct Option {
   const char* value;  // "SECONDS", as the help shows it
   ArgumentType type;
   const char* help;
-  const char* defaultValue = nullptr;  // null: the option is required
+  const char* defaultValue = nullptr;  // null: the option is required, unless it is repeated
+  bool repeated = false;               // may be given any number of times, or not at all
 };
 
 struct Command {

@@ -57,6 +57,7 @@ class Reader {
   std::string values_[Command::kMaxParameters];
   std::vector<std::string> rest_;  // of a parameter that takes the rest of the words
   std::string optionValues_[Command::kMaxOptions];
+  std::vector<std::string> repeatedValues_[Command::kMaxOptions];
 };
 
 std::string defaultConfigFile() {
@@ -155,6 +156,13 @@ void Reader::addParameter(CLI::App& sub, const Parameter& parameter, int i) {
 }
 
 void Reader::addOption(CLI::App& sub, const Option& option, int i) {
+  if (option.repeated) {
+    sub.add_option(option.name, repeatedValues_[i], option.help)
+        ->allow_extra_args(false)  // one value each time
+        ->check(validatorOf(option.type))
+        ->type_name(option.value);
+    return;
+  }
   const bool required = option.defaultValue == nullptr;
   const std::string help =
       option.help + (required ? "" : " [" + std::string(option.defaultValue) + "]");
@@ -174,11 +182,16 @@ Arguments Reader::argumentsOf(const Command& command) const {
   }
   texts.insert(texts.end(), rest_.begin(), rest_.end());
   Arguments::Options options;
+  Arguments::RepeatedOptions repeated;
   for (int i = 0; i < Command::kMaxOptions && command.options[i].name != nullptr; ++i) {
     const Option& option = command.options[i];
-    options[option.name] = optionValues_[i].empty() ? option.defaultValue : optionValues_[i];
+    if (option.repeated) {
+      repeated[option.name] = repeatedValues_[i];
+    } else {
+      options[option.name] = optionValues_[i].empty() ? option.defaultValue : optionValues_[i];
+    }
   }
-  return Arguments(std::move(texts), std::move(options));
+  return Arguments(std::move(texts), std::move(options), std::move(repeated));
 }
 
 void Reader::addHostCommand(const std::string& path, const std::string& help, Action action) {

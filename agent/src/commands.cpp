@@ -11,6 +11,7 @@ constexpr CommandGroup kGroups[] = {
     {"topo", "Devices, nodes, submaps and links of the network"},
     {"cache", "Devices from the plug-in's cache, which one lookup fills"},
     {"res", "Names of resources"},
+    {"db", "The configured database, read only"},
     {"config", "The configuration file"},
 };
 
@@ -32,6 +33,8 @@ constexpr char kNoLinks[] =
     "why";
 constexpr char kNoSubnetName[] =
     "a device without a subnet name: unknown, no origin element, or not read yet (--wait SECONDS)";
+
+constexpr char kRowsCut[] = "reading ended early, for the reason above: there may be more rows";
 
 constexpr Option kWait = {"--wait", "SECONDS", Type::kSeconds,
                           "how long to wait for the first reading of the subnet names", "5"};
@@ -173,6 +176,17 @@ constexpr Command kCommands[] = {
      resFdn,
      {{"ID", Type::kUint32, "device id"}},
      kNoName},
+    {"db query",
+     "The rows that an SQL statement gives; one that writes is refused by the database",
+     "'SELECT name FROM device WHERE dev_id = :id' --param 12",
+     ResultRule::kZeroSucceeds,
+     dbQuery,
+     {{"SQL", Type::kNonEmpty, "one statement"}},
+     kRowsCut,
+     nullptr,
+     {{"--param", "VALUE", Type::kSqlValue,
+       "value of the next placeholder (:name): a text, integer:N, real:N, text:T, bytes:HEX, null:",
+       nullptr, true}}},
     {"error-text",
      "The text of an error code",
      "0x411800CC",

@@ -25,6 +25,8 @@ Answer topoLinks(const Arguments& arguments);
 Answer topoLink(const Arguments& arguments);
 Answer topoTree(const Arguments& arguments);
 Answer topoDraw(const Arguments& arguments);
+// Throws HostFailure when the statement could not be run.
+Answer dbQuery(const Arguments& arguments);
 Answer cacheDevice(const Arguments& arguments);
 Answer cacheName(const Arguments& arguments);
 Answer resFdn(const Arguments& arguments);
