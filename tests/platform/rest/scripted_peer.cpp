@@ -39,6 +39,13 @@ std::string PeerConnection::readHeaders() {
   return text;
 }
 
+std::string PeerConnection::read(std::size_t size) {
+  std::string bytes(size, '\0');
+  const ssize_t received = size > 0 ? ::recv(socket_, bytes.data(), size, MSG_WAITALL) : 0;
+  bytes.resize(received > 0 ? static_cast<std::size_t>(received) : 0);
+  return bytes;
+}
+
 bool PeerConnection::send(std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t sent = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
@@ -55,6 +62,11 @@ bool PeerConnection::closedWithin(int milliseconds) {
     if (waiting[1].revents != 0 || ::recv(socket_, scrap, sizeof scrap, 0) <= 0) return true;
   }
   return false;
+}
+
+void PeerConnection::stayDeaf() {
+  pollfd waiting = {wakeUp_, POLLIN, 0};
+  ::poll(&waiting, 1, -1);
 }
 
 ScriptedPeer::ScriptedPeer(Script script) : listener_(bindLoopback(port_)) {

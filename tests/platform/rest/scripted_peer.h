@@ -14,12 +14,16 @@ class PeerConnection {
   PeerConnection(int socket, int wakeUp) : socket_(socket), wakeUp_(wakeUp) {}
   // Reads up to the blank line that ends a request's headers.
   std::string readHeaders();
+  // Reads that many bytes, or fewer when the client closes first.
+  std::string read(std::size_t size);
   // False when the client is gone.
   bool send(std::string_view bytes);
   // Waits until the client closes or `milliseconds` pass; true when it closed.
   bool closedWithin(int milliseconds);
   // Waits until the client closes.
   void waitForClose() { closedWithin(-1); }
+  // Reads nothing until the test ends.
+  void stayDeaf();
 
  private:
   int socket_;
@@ -36,6 +40,7 @@ class ScriptedPeer {
   ScriptedPeer& operator=(const ScriptedPeer&) = delete;
   ~ScriptedPeer();
 
+  int port() const { return port_; }
   std::string url() const { return "http://127.0.0.1:" + std::to_string(port_); }
 
  private:
@@ -57,6 +62,7 @@ class ClosedPort {
   ClosedPort(const ClosedPort&) = delete;
   ClosedPort& operator=(const ClosedPort&) = delete;
   ~ClosedPort();
+  int port() const { return port_; }
   std::string url() const { return "http://127.0.0.1:" + std::to_string(port_); }
 
  private:
@@ -71,6 +77,7 @@ class DeafPort {
   DeafPort(const DeafPort&) = delete;
   DeafPort& operator=(const DeafPort&) = delete;
   ~DeafPort();
+  int port() const { return port_; }
   std::string url() const { return "http://127.0.0.1:" + std::to_string(port_); }
 
  private:
