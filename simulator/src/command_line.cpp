@@ -127,6 +127,11 @@ CLI::App& addServe(CLI::App& app, Options& options) {
       .add_option("--agent-config", options.serve.agentConfigFile,
                   "Write a configuration for ormaagent here")
       ->type_name("FILE");
+  command
+      .add_option("--cursor-seconds", options.serve.cursorSeconds,
+                  "How long a walk may rest between two pages [60]")
+      ->type_name("S")
+      ->check(CLI::Range(1, 86'400));
   command.add_option("--token", options.serve.token, "Ask for this X-Auth-Token")->type_name("T");
   return command;
 }

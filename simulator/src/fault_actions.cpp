@@ -27,41 +27,43 @@ Json::Value otherType(const Json::Value& value) {
   return array;
 }
 
-void changeType(Json::Value& object, const std::string& key) {
-  object[key] = otherType(object[key]);
+void changeType(Json::Value& object, const Fault& fault) {
+  object[fault.key] = otherType(object[fault.key]);
 }
 
-void removeKey(Json::Value& object, const std::string& key) { object.removeMember(key); }
+void removeKey(Json::Value& object, const Fault& fault) { object.removeMember(fault.key); }
+
+void replaceKey(Json::Value& object, const Fault& fault) { object[fault.key] = fault.value; }
 
 // What happens to a member of an object.
-using Spoiler = void (*)(Json::Value& object, const std::string& key);
+using Spoiler = void (*)(Json::Value& object, const Fault& fault);
 
 // The number of members that were spoilt, at any depth.
-std::size_t spoilMembers(Json::Value& value, const std::string& key, Spoiler spoil) {
+std::size_t spoilMembers(Json::Value& value, const Fault& fault, Spoiler spoil) {
   std::size_t spoilt = 0;
   if (value.isObject()) {
     for (const std::string& name : value.getMemberNames()) {
-      if (name == key) {
-        spoil(value, key);
+      if (name == fault.key) {
+        spoil(value, fault);
         ++spoilt;
       } else {
-        spoilt += spoilMembers(value[name], key, spoil);
+        spoilt += spoilMembers(value[name], fault, spoil);
       }
     }
   } else if (value.isArray()) {
-    for (Json::Value& element : value) spoilt += spoilMembers(element, key, spoil);
+    for (Json::Value& element : value) spoilt += spoilMembers(element, fault, spoil);
   }
   return spoilt;
 }
 
-void spoilKey(const std::string& key, Spoiler spoil, httplib::Response& response) {
+void spoilKey(const Fault& fault, Spoiler spoil, httplib::Response& response) {
   const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
   const std::string& body = response.body;
   Json::Value document;
   reader->parse(body.data(), body.data() + body.size(), &document, nullptr);
-  if (spoilMembers(document, key, spoil) == 0) {
+  if (spoilMembers(document, fault, spoil) == 0) {
     // Passing the answer on would let a misspelt script look like a program that copes.
-    setError(response, 500, "fault script: the answer has no member \"" + key + "\"");
+    setError(response, 500, "fault script: the answer has no member \"" + fault.key + "\"");
     return;
   }
   response.body = compact(document) + "\n";
@@ -101,6 +103,9 @@ bool actBeforeAnswer(const Fault& fault, Connection& connection, httplib::Respon
     case FaultAction::Cut:
     case FaultAction::WrongType:
     case FaultAction::RemoveKey:
+    case FaultAction::ReplaceKey:
+    case FaultAction::Repeat:
+    case FaultAction::ExpireCursors:
       return false;
   }
   return false;
@@ -108,8 +113,9 @@ bool actBeforeAnswer(const Fault& fault, Connection& connection, httplib::Respon
 
 void actOnAnswer(const Fault& fault, httplib::Response& response) {
   if (fault.action == FaultAction::Cut) cutInHalf(response);
-  if (fault.action == FaultAction::WrongType) spoilKey(fault.key, changeType, response);
-  if (fault.action == FaultAction::RemoveKey) spoilKey(fault.key, removeKey, response);
+  if (fault.action == FaultAction::WrongType) spoilKey(fault, changeType, response);
+  if (fault.action == FaultAction::RemoveKey) spoilKey(fault, removeKey, response);
+  if (fault.action == FaultAction::ReplaceKey) spoilKey(fault, replaceKey, response);
 }
 
 }  // namespace ormasim

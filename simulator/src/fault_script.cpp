@@ -19,19 +19,35 @@ constexpr double kMaxStallSeconds = 3600;
 struct ActionWord {
   const char* word;
   FaultAction action;
-  const char* member;  // null: none
+  const char* members[2];  // null: none
   bool required;
 };
 
 constexpr ActionWord kActions[] = {
-    {"refuse", FaultAction::Refuse, nullptr, false},
-    {"stall", FaultAction::Stall, "seconds", false},
-    {"cut", FaultAction::Cut, nullptr, false},
-    {"garbage", FaultAction::Garbage, nullptr, false},
-    {"wrongType", FaultAction::WrongType, "key", true},
-    {"removeKey", FaultAction::RemoveKey, "key", true},
-    {"status", FaultAction::Status, "status", true},
+    {"refuse", FaultAction::Refuse, {}, false},
+    {"stall", FaultAction::Stall, {"seconds"}, false},
+    {"cut", FaultAction::Cut, {}, false},
+    {"garbage", FaultAction::Garbage, {}, false},
+    {"wrongType", FaultAction::WrongType, {"key"}, true},
+    {"removeKey", FaultAction::RemoveKey, {"key"}, true},
+    {"replaceKey", FaultAction::ReplaceKey, {"key", "value"}, true},
+    {"status", FaultAction::Status, {"status"}, true},
+    {"repeat", FaultAction::Repeat, {}, false},
+    {"expireCursors", FaultAction::ExpireCursors, {}, false},
 };
+
+bool carries(const ActionWord& action, const std::string& member) {
+  return std::any_of(std::begin(action.members), std::end(action.members),
+                     [&member](const char* known) { return known != nullptr && member == known; });
+}
+
+std::string actionWords() {
+  std::string text;
+  for (const ActionWord& action : kActions) {
+    text += (text.empty() ? "" : ", ") + std::string(action.word);
+  }
+  return text;
+}
 
 std::string joined(const std::vector<std::string>& words) {
   std::string text;
@@ -54,7 +70,7 @@ class RuleReader {
     readRequests();
     const ActionWord& action = readAction();
     refuseOthers(action);
-    readMember(action);
+    readMembers(action);
     return fault_;
   }
 
@@ -66,7 +82,7 @@ class RuleReader {
       fault_.action = action.action;
       return action;
     }
-    fail("\"action\" is none of refuse, stall, cut, garbage, wrongType, removeKey, status");
+    fail("\"action\" is none of " + actionWords());
   }
 
   void readRequests() {
@@ -88,24 +104,32 @@ class RuleReader {
 
   void refuseOthers(const ActionWord& action) const {
     for (const std::string& name : rule_.getMemberNames()) {
-      const bool known = name == "path" || name == "requests" || name == "action" ||
-                         (action.member != nullptr && name == action.member);
+      const bool known =
+          name == "path" || name == "requests" || name == "action" || carries(action, name);
       if (!known) fail("\"" + name + "\" has no meaning for action " + action.word);
     }
   }
 
-  void readMember(const ActionWord& action) {
-    if (action.member == nullptr) return;
-    if (!rule_.isMember(action.member)) {
-      if (action.required)
-        fail("action " + std::string(action.word) + " needs \"" + action.member + "\"");
-      return;
+  void readMembers(const ActionWord& action) {
+    for (const char* member : action.members) {
+      if (member == nullptr) continue;
+      if (rule_.isMember(member)) {
+        readMember(action, rule_[member]);
+      } else if (action.required) {
+        fail("action " + std::string(action.word) + " needs \"" + member + "\"");
+      }
     }
-    const Json::Value& value = rule_[action.member];
+  }
+
+  void readMember(const ActionWord& action, const Json::Value& value) {
     switch (action.action) {
       case FaultAction::WrongType:
       case FaultAction::RemoveKey:
         fault_.key = text("key");
+        return;
+      case FaultAction::ReplaceKey:
+        fault_.key = text("key");
+        fault_.value = rule_["value"];
         return;
       case FaultAction::Status:
         if (!value.isInt() || value.asInt() < 200 || value.asInt() > 599) {
@@ -172,6 +196,12 @@ FaultScript FaultScript::parse(const std::string& text, const std::string& name,
     script.faults_.push_back(RuleReader(place, root[i]).read(servedPaths));
   }
   return script;
+}
+
+bool FaultScript::repeats(const std::string& path) const {
+  return std::any_of(faults_.begin(), faults_.end(), [&path](const Fault& fault) {
+    return fault.path == path && fault.action == FaultAction::Repeat;
+  });
 }
 
 const Fault* FaultScript::next(const std::string& path) {

@@ -7,6 +7,8 @@
 // and the member, and says what would be right.
 #pragma once
 
+#include <json/value.h>
+
 #include <chrono>
 #include <cstdint>
 #include <map>
@@ -19,13 +21,16 @@
 namespace ormasim {
 
 enum class FaultAction {
-  Refuse,     // close without a byte of an answer
-  Stall,      // hold the answer
-  Cut,        // close in the middle of the answer's body
-  Garbage,    // answer 200 with bytes that are no JSON
-  WrongType,  // give a member another JSON type
-  RemoveKey,  // leave a member out
-  Status      // answer with a status
+  Refuse,        // close without a byte of an answer
+  Stall,         // hold the answer
+  Cut,           // close in the middle of the answer's body
+  Garbage,       // answer 200 with bytes that are no JSON
+  WrongType,     // give a member another JSON type
+  RemoveKey,     // leave a member out
+  ReplaceKey,    // give a member another value
+  Status,        // answer with a status
+  Repeat,        // give the answer before once more
+  ExpireCursors  // end all walks, then answer
 };
 
 struct Fault {
@@ -34,7 +39,8 @@ struct Fault {
   std::vector<std::uint64_t> requests;  // or, when not empty, these, counted from 1
   FaultAction action = FaultAction::Refuse;
   int status = 0;                                 // Status
-  std::string key;                                // WrongType, RemoveKey
+  std::string key;                                // WrongType, RemoveKey, ReplaceKey
+  Json::Value value;                              // ReplaceKey
   std::optional<std::chrono::milliseconds> time;  // Stall; none: until the connection ends
 };
 
@@ -49,6 +55,8 @@ class FaultScript {
 
   // Counts a request for the path; the first rule that names it, or null.
   const Fault* next(const std::string& path);
+  // Whether a rule repeats an answer of this path.
+  bool repeats(const std::string& path) const;
 
  private:
   struct Counts {

@@ -3,8 +3,8 @@
 //   generateInventory(database, {200, 7});
 //
 // Regions, countries, cities, districts and sites make the subnet tree; every site holds network
-// elements, joined by links into one connected graph, and the first elements are equipped. Texts are
-// in several scripts.
+// elements, joined by links into one connected graph, and the first elements are equipped. Texts
+// are in several scripts.
 //
 // Thread-safety: thread-compatible. Failure: SimError.
 #pragma once

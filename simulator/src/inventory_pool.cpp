@@ -4,8 +4,9 @@
 
 namespace ormasim {
 
-InventoryPool::InventoryPool(std::string file) : file_(std::move(file)) {
-  idle_.push_back(std::make_unique<Inventory>(file_));
+InventoryPool::InventoryPool(std::string file, std::chrono::milliseconds cursorLife)
+    : file_(std::move(file)), cursors_(cursorLife) {
+  idle_.push_back(std::make_unique<Inventory>(file_, cursors_));
 }
 
 std::unique_ptr<Inventory> InventoryPool::take() {
@@ -17,7 +18,7 @@ std::unique_ptr<Inventory> InventoryPool::take() {
       return inventory;
     }
   }
-  return std::make_unique<Inventory>(file_);
+  return std::make_unique<Inventory>(file_, cursors_);
 }
 
 void InventoryPool::giveBack(std::unique_ptr<Inventory> inventory) {

@@ -14,6 +14,7 @@
 #include <typeindex>
 #include <vector>
 
+#include "query_cursors.h"
 #include "sqlite.h"
 
 namespace ormasim {
@@ -21,7 +22,8 @@ namespace ormasim {
 // A connection to the database with the readers that the services have prepared on it.
 class Inventory {
  public:
-  explicit Inventory(const std::string& file) : database_(file, Database::Mode::ReadOnly) {
+  Inventory(const std::string& file, QueryCursors& cursors)
+      : database_(file, Database::Mode::ReadOnly), cursors_(cursors) {
     database_.requireInventory();
   }
 
@@ -33,21 +35,27 @@ class Inventory {
     return *static_cast<Reader*>(slot.get());
   }
 
+  // Those of the whole server.
+  QueryCursors& cursors() { return cursors_; }
+
  private:
   Database database_;
+  QueryCursors& cursors_;
   std::map<std::type_index, std::shared_ptr<void>> readers_;
 };
 
 class InventoryPool {
  public:
   // Opens the first one, so that a bad file is told at once.
-  explicit InventoryPool(std::string file);
+  InventoryPool(std::string file, std::chrono::milliseconds cursorLife);
 
   std::unique_ptr<Inventory> take();
   void giveBack(std::unique_ptr<Inventory> inventory);
+  QueryCursors& cursors() { return cursors_; }
 
  private:
   const std::string file_;
+  QueryCursors cursors_;
   std::mutex mutex_;
   std::vector<std::unique_ptr<Inventory>> idle_;  // guarded by mutex_
 };

@@ -2,6 +2,7 @@
 
 #include <json/json.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "answers.h"
@@ -26,6 +27,14 @@ bool hasUnreadBody(const httplib::Request& request) {
 std::string listOfServices() {
   std::string text;
   for (const std::string& path : servicePaths()) text += (text.empty() ? "" : ", ") + path;
+  return text;
+}
+
+std::string methodsOf(const std::vector<const Service*>& services) {
+  std::string text;
+  for (const Service* service : services) {
+    text += (text.empty() ? "" : ", ") + std::string(service->method);
+  }
   return text;
 }
 
@@ -58,7 +67,7 @@ void setError(httplib::Response& response, int status, const std::string& reason
 RestHandler::RestHandler(RestSettings settings)
     : token_(std::move(settings.token)),
       faults_(std::move(settings.faults)),
-      inventories_(std::move(settings.databaseFile)) {}
+      inventories_(std::move(settings.databaseFile), settings.cursorLife) {}
 
 void RestHandler::handle(const httplib::Request& request, httplib::Response& response) {
   Connection& connection = *Connection::current();
@@ -70,7 +79,14 @@ void RestHandler::handle(const httplib::Request& request, httplib::Response& res
   }
   const Fault* fault = faults_.next(request.path);
   if (fault != nullptr && actBeforeAnswer(*fault, connection, response)) return;
+  if (fault != nullptr && fault->action == FaultAction::Repeat) {
+    return repeat(request.path, response);
+  }
+  if (fault != nullptr && fault->action == FaultAction::ExpireCursors) {
+    inventories_.cursors().expireAll();
+  }
   answer(request, response);
+  remember(request.path, response);
   if (fault != nullptr) actOnAnswer(*fault, response);
 }
 
@@ -78,25 +94,46 @@ void RestHandler::answer(const httplib::Request& request, httplib::Response& res
   if (!token_.empty() && !sameSecret(token_, request.get_header_value("X-Auth-Token"))) {
     return setError(response, 401, "header X-Auth-Token is missing or wrong");
   }
-  const Service* service = findService(request.path);
-  if (service == nullptr) {
+  const std::vector<const Service*> services = servicesAt(request.path);
+  if (services.empty()) {
     return setError(response, 404,
                     "no service at " + request.path + "; there are " + listOfServices());
   }
-  if (request.method != service->method) {
-    response.set_header("Allow", service->method);
-    return setError(response, 405, request.path + " takes " + service->method + " only");
+  const auto service =
+      std::find_if(services.begin(), services.end(),
+                   [&request](const Service* one) { return request.method == one->method; });
+  if (service == services.end()) {
+    const std::string methods = methodsOf(services);
+    response.set_header("Allow", methods);
+    return setError(response, 405, request.path + " takes " + methods + " only");
   }
   try {
     requireValidHeaders(request);
     std::unique_ptr<Inventory> inventory = inventories_.take();
-    setJson(response, 200, service->answer(request, *inventory));
+    setJson(response, 200, (*service)->answer(request, *inventory));
     inventories_.giveBack(std::move(inventory));
   } catch (const BadRequest& problem) {
     setError(response, 400, problem.what());
   } catch (const std::exception& failure) {
     setError(response, 500, failure.what());
   }
+}
+
+void RestHandler::remember(const std::string& path, const httplib::Response& response) {
+  if (!faults_.repeats(path)) return;
+  const std::lock_guard<std::mutex> lock(mutex_);
+  httplib::Response& last = last_[path];
+  last.status = response.status;
+  last.body = response.body;
+}
+
+void RestHandler::repeat(const std::string& path, httplib::Response& response) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  const auto last = last_.find(path);
+  if (last == last_.end()) {
+    return setError(response, 500, "fault script: there is no answer to repeat");
+  }
+  setJson(response, last->second.status, last->second.body);
 }
 
 void RestHandler::explainRefusal(httplib::Response& response) {

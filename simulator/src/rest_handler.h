@@ -6,6 +6,9 @@
 
 #include <httplib.h>
 
+#include <chrono>
+#include <map>
+#include <mutex>
 #include <string>
 
 #include "fault_script.h"
@@ -13,10 +16,14 @@
 
 namespace ormasim {
 
+// How long a walk through a query's result may rest between two pages.
+constexpr std::chrono::seconds kDefaultCursorLife{60};
+
 struct RestSettings {
   std::string databaseFile;
   std::string token;  // empty: none is asked for
   FaultScript faults;
+  std::chrono::milliseconds cursorLife{kDefaultCursorLife};
 };
 
 class RestHandler {
@@ -30,10 +37,14 @@ class RestHandler {
 
  private:
   void answer(const httplib::Request& request, httplib::Response& response);
+  void remember(const std::string& path, const httplib::Response& response);
+  void repeat(const std::string& path, httplib::Response& response);
 
   const std::string token_;
   FaultScript faults_;
   InventoryPool inventories_;
+  std::mutex mutex_;
+  std::map<std::string, httplib::Response> last_;  // by path; guarded by mutex_
 };
 
 }  // namespace ormasim

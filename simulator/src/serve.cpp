@@ -39,6 +39,7 @@ void serve(const ServeOptions& options) {
   RestSettings settings;
   settings.databaseFile = options.databaseFile;
   settings.token = options.token;
+  settings.cursorLife = std::chrono::seconds(options.cursorSeconds);
   if (!options.faultsFile.empty()) {
     settings.faults = FaultScript::load(options.faultsFile, servicePaths());
   }

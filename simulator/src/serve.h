@@ -11,6 +11,7 @@ struct ServeOptions {
   std::string faultsFile;       // empty: no faults
   std::string agentConfigFile;  // empty: none is written
   std::string token;            // empty: none is asked for
+  int cursorSeconds = 60;       // how long a walk may rest between two pages
 };
 
 // Writes the agent's configuration, then one line of JSON with the ports on standard output, and

@@ -19,13 +19,6 @@ TopologyFilter filterOf(const Json::Value& document) {
   return parsed;
 }
 
-std::int64_t limitOf(const Json::Value& limit) {
-  if (!limit.isInt64() || limit.asInt64() < 1 || limit.asInt64() > kMaxLimit) {
-    throw BadRequest("\"limit\" must be a number from 1 to " + std::to_string(kMaxLimit));
-  }
-  return limit.asInt64();
-}
-
 TopologyPosition positionFrom(const Json::Value& marker) {
   const auto position = marker.isString() ? topologyPositionOf(marker.asString()) : std::nullopt;
   if (!position) throw BadRequest("\"marker\" is none that a page has handed out");
@@ -46,7 +39,7 @@ std::string answerSubnetView(const httplib::Request& request, Inventory& invento
     requireMembers(document, "the body", {"condition", "limit"});
   }
   const TopologyFilter filter = filterOf(document);
-  const std::int64_t limit = limitOf(document["limit"]);
+  const std::int64_t limit = limitOf(document["limit"], kMaxLimit);
 
   std::string body = "{\"dataList\":";
   const TopologyPage page =

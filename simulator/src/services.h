@@ -1,4 +1,4 @@
-// The REST services, one row each in services.cpp and one file each: service_<name>.cpp.
+// The REST services, one row each in services.cpp. Files are named service_<name>.cpp.
 #pragma once
 
 #include <httplib.h>
@@ -24,13 +24,26 @@ struct Service {
   std::string (*answer)(const httplib::Request& request, Inventory& inventory);
 };
 
-// The service of a path, or null.
-const Service* findService(const std::string& path);
+// The services at a path, one for each method; none where there is nothing.
+std::vector<const Service*> servicesAt(const std::string& path);
+// Each path once.
 std::vector<std::string> servicePaths();
 
 // The services themselves.
 std::string answerDevProperties(const httplib::Request& request, Inventory& inventory);
 std::string answerTsNodes(const httplib::Request& request, Inventory& inventory);
 std::string answerSubnetView(const httplib::Request& request, Inventory& inventory);
+std::string answerPortProperties(const httplib::Request& request, Inventory& inventory);
+std::string answerSlotProperties(const httplib::Request& request, Inventory& inventory);
+std::string answerCardProperties(const httplib::Request& request, Inventory& inventory);
+std::string answerFrameProperties(const httplib::Request& request, Inventory& inventory);
+std::string answerElementProperties(const httplib::Request& request, Inventory& inventory);
+std::string answerLocation(const httplib::Request& request, Inventory& inventory);
+std::string answerMainTypes(const httplib::Request& request, Inventory& inventory);
+std::string answerGraphQuery(const httplib::Request& request, Inventory& inventory);
+std::string answerElements(const httplib::Request& request, Inventory& inventory);
+std::string answerElementsByParameters(const httplib::Request& request, Inventory& inventory);
+std::string answerFrames(const httplib::Request& request, Inventory& inventory);
+std::string answerCards(const httplib::Request& request, Inventory& inventory);
 
 }  // namespace ormasim

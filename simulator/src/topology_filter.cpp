@@ -1,10 +1,7 @@
 #include "topology_filter.h"
 
-#include <json/reader.h>
-
 #include <algorithm>
 #include <iterator>
-#include <memory>
 #include <utility>
 
 #include "services.h"
@@ -46,17 +43,6 @@ std::variant<std::string, std::int64_t> comparedValue(const Json::Value& value,
   return value.asString();
 }
 
-bool caseSensitiveOf(const Json::Value& flag, CaseFlag caseFlag) {
-  if (caseFlag == CaseFlag::Boolean) {
-    if (!flag.isBool()) throw BadRequest("\"caseSensitive\" must be true or false");
-    return flag.asBool();
-  }
-  if (flag != "true" && flag != "false") {
-    throw BadRequest("\"caseSensitive\" must be the text \"true\" or \"false\"");
-  }
-  return flag == "true";
-}
-
 }  // namespace
 
 void TopologyFilter::add(const Json::Value& expression, CaseFlag caseFlag) {
@@ -80,38 +66,19 @@ void TopologyFilter::add(const Json::Value& expression, CaseFlag caseFlag) {
   expressions_.push_back(std::move(parsed));
 }
 
+bool caseSensitiveOf(const Json::Value& flag, CaseFlag caseFlag) {
+  if (caseFlag == CaseFlag::Boolean) {
+    if (!flag.isBool()) throw BadRequest("\"caseSensitive\" must be true or false");
+    return flag.asBool();
+  }
+  if (flag != "true" && flag != "false") {
+    throw BadRequest("\"caseSensitive\" must be the text \"true\" or \"false\"");
+  }
+  return flag == "true";
+}
+
 void requireAnd(const Json::Value& logOp) {
   if (logOp != "and") throw BadRequest("\"logOp\" must be \"and\"");
-}
-
-void requireMembers(const Json::Value& object, const char* what,
-                    std::initializer_list<const char*> members) {
-  if (!object.isObject()) throw BadRequest(std::string(what) + " must be an object");
-  for (const char* member : members) {
-    if (!object.isMember(member)) {
-      throw BadRequest(std::string(what) + " lacks \"" + member + "\"");
-    }
-  }
-  if (object.size() == members.size()) return;
-  for (const std::string& name : object.getMemberNames()) {
-    if (std::find(members.begin(), members.end(), name) == members.end()) {
-      throw BadRequest(std::string(what) + " has the unknown member \"" + name + "\"");
-    }
-  }
-}
-
-Json::Value parseDocument(const std::string& text, const char* what) {
-  Json::CharReaderBuilder builder;
-  Json::CharReaderBuilder::strictMode(&builder.settings_);
-  const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
-  Json::Value document;
-  bool good = false;
-  try {
-    good = reader->parse(text.data(), text.data() + text.size(), &document, nullptr);
-  } catch (const Json::Exception&) {  // nesting beyond the reader's limit
-  }
-  if (!good) throw BadRequest(std::string(what) + " is not JSON");
-  return document;
 }
 
 }  // namespace ormasim

@@ -10,10 +10,11 @@
 #include <json/value.h>
 
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 #include <variant>
 #include <vector>
+
+#include "request_document.h"
 
 namespace ormasim {
 
@@ -41,12 +42,9 @@ class TopologyFilter {
   std::vector<TopologyExpression> expressions_;
 };
 
+// Whether capitals count, as the service spells it.
+bool caseSensitiveOf(const Json::Value& flag, CaseFlag caseFlag);
 // Refuses a combination of filters other than "and".
 void requireAnd(const Json::Value& logOp);
-// Refuses what is no object, and members other than these, all of which must be there.
-void requireMembers(const Json::Value& object, const char* what,
-                    std::initializer_list<const char*> members);
-// A JSON document of a request.
-Json::Value parseDocument(const std::string& text, const char* what);
 
 }  // namespace ormasim

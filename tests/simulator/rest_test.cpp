@@ -5,6 +5,7 @@
 #include "files.h"
 #include "inventory_writer.h"
 #include "server_fixture.h"
+#include "services.h"
 
 namespace ormasim::testing {
 namespace {
@@ -141,11 +142,13 @@ TEST_F(RestTest, WrongParametersAreRefusedWithTheReason) {
 
 TEST_F(RestTest, UnknownPathIsNotFound) {
   serveNetwork(10);
+  std::string services;
+  for (const std::string& path : servicePaths()) services += (services.empty() ? "" : ", ") + path;
+  EXPECT_THAT(services, HasSubstr(std::string(kDevices) + ", " + kTsNodes + ", " + kSubnetView));
   for (const char* path : {"/", "/rest", "/rest/resource/v2/dev-properties/", "/REST"}) {
     const httplib::Result result = get(path);
     EXPECT_EQ(result->status, 404) << path;
-    EXPECT_EQ(reasonOf(result), std::string("no service at ") + path + "; there are " + kDevices +
-                                    ", " + kTsNodes + ", " + kSubnetView);
+    EXPECT_EQ(reasonOf(result), std::string("no service at ") + path + "; there are " + services);
   }
 }
 
