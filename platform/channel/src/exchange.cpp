@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -11,6 +12,10 @@
 
 namespace orma::channel {
 namespace {
+
+// The failures that are no answer of the server.
+constexpr unsigned long kUnreached[] = {kRefused, kConnectTimeout, kReceiveTimeout, kClosed,
+                                        kSystem};
 
 std::uint32_t nextCommandId() {
   static std::atomic<std::uint32_t> last{0};
@@ -64,21 +69,52 @@ Exchange::Exchange(const Command& command, const AsnType& body, const Settings& 
       frames_(makeRequest(command, body, settings.tagging), makeLimits(command, settings),
               connector(command.destination, settings), reporter(command, settings)) {}
 
+// A caller may leave before the end, also by an exception that a message raised.
+Exchange::~Exchange() {
+  if (!counted_) return;
+  if (frames_.error() != kNone) {
+    countFailure();
+  } else if (answered_) {
+    counted_->arrived(metrics::Outcome::kAnswered);
+  }
+}
+
+bool Exchange::send() {
+  if (!counted_) counted_.emplace(metrics::OutsideService::kFaultServer);
+  const bool sent = frames_.send();
+  if (!sent) countFailure();
+  return sent;
+}
+
 bool Exchange::receive(unsigned long& errorCode, AsnType& reply) {
-  auto step = frames_.receive();
-  if (step == FrameExchange::Step::Frame && !decode(reply)) step = FrameExchange::Step::Failed;
-  switch (step) {
+  switch (receiveFrame(reply)) {
     case FrameExchange::Step::Frame:
+      answered_ = true;
       errorCode = frames_.frame().error;
       return true;
     case FrameExchange::Step::Over:
+      if (counted_) counted_->arrived(metrics::Outcome::kAnswered);
       errorCode = kNone;
       return false;
     case FrameExchange::Step::Failed:
+      countFailure();
       break;
   }
   errorCode = frames_.error();
   return false;
+}
+
+FrameExchange::Step Exchange::receiveFrame(AsnType& reply) {
+  const auto step = frames_.receive();
+  return step == FrameExchange::Step::Frame && !decode(reply) ? FrameExchange::Step::Failed : step;
+}
+
+void Exchange::countFailure() {
+  if (!counted_ || frames_.error() == kNone) return;
+  if (frames_.error() == kNoAddress) return counted_->cancel();
+  const bool unreached = std::find(std::begin(kUnreached), std::end(kUnreached), frames_.error()) !=
+                         std::end(kUnreached);
+  counted_->arrived(unreached ? metrics::Outcome::kUnreached : metrics::Outcome::kRefused);
 }
 
 bool Exchange::decode(AsnType& reply) {

@@ -3,9 +3,28 @@
 #include <algorithm>
 
 #include "orma/dao/sql_session.h"
+#include "orma/metrics/outside_services.h"
 #include "statement.h"
 
 namespace dao {
+namespace {
+
+using orma::metrics::Outcome;
+
+void count(orma::metrics::Exchange& exchange, const CExecStatus& status) {
+  switch (status.GetErrCode()) {
+    case kExecOk:
+      return exchange.arrived(Outcome::kAnswered);
+    case kExecStatementFailed:
+      return exchange.arrived(Outcome::kRefused);
+    case kExecNotConfigured:
+      return exchange.cancel();
+    default:
+      return exchange.arrived(Outcome::kUnreached);
+  }
+}
+
+}  // namespace
 
 CCursorTable::CCursorTable() = default;
 CCursorTable::~CCursorTable() = default;
@@ -13,6 +32,7 @@ CCursorTable::~CCursorTable() = default;
 CExecStatus CCursorTable::Open(CSqlSession& session, const std::string& statement,
                                const std::vector<refl::CValue>& parameters) {
   statement_.reset();
+  orma::metrics::Exchange exchange(orma::metrics::OutsideService::kDatabase);
   try {
     status_ = tryOpen(session.connection(), statement, parameters);
     if (status_.GetErrCode() == kExecConnectionLost) {
@@ -21,6 +41,8 @@ CExecStatus CCursorTable::Open(CSqlSession& session, const std::string& statemen
   } catch (const DatabaseError& failure) {
     status_ = CExecStatus(failure.code(), failure.what());
   }
+  count(exchange, status_);
+  if (statement_) statement_->countWith(std::move(exchange));
   return status_;
 }
 
@@ -44,6 +66,7 @@ bool CCursorTable::FetchNextRow() {
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception& failure) {
+    statement_->countAsRefused();
     status_ = CExecStatus(kExecStatementFailed, reasonOf(failure));
     return false;
   }

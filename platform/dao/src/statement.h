@@ -3,10 +3,13 @@
 
 #include <list>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "connection.h"
+#include "orma/metrics/outside_services.h"
 
 namespace dao {
 
@@ -23,6 +26,12 @@ class Statement {
 
   // Moves to the next row; false at the end. Throws what SOCI throws.
   bool next();
+
+  // What the statement is counted as; it counts when it is gone.
+  void countWith(orma::metrics::Exchange exchange) { counted_.emplace(std::move(exchange)); }
+  void countAsRefused() {
+    if (counted_) counted_->arrived(orma::metrics::Outcome::kRefused);
+  }
 
   const std::vector<std::string>& columnNames() const { return columnNames_; }
   // Empty where there is no such column or no current row.
@@ -57,6 +66,7 @@ class Statement {
   std::vector<std::string> columnNames_;
   Position position_ = Position::AtEnd;
   bool failed_ = false;
+  std::optional<orma::metrics::Exchange> counted_;
 };
 
 }  // namespace dao

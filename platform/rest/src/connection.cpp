@@ -109,18 +109,23 @@ bool Connection::exchange(const HttpRequest& request, Failure& failure) {
   outOfMemory_ = false;
   error_[0] = '\0';
   setUpRequest(request, headers.get());
+  exchange_.emplace(metrics::OutsideService::kRest);
   const CURLcode code = curl_easy_perform(handle_.get());
   forgetRequest();
   if (outOfMemory_) throw std::bad_alloc();
-  return judge(code, failure);
+  const bool good = judge(code, failure);
+  if (!good) exchange_.reset();
+  return good;
 }
 
 bool Connection::judge(CURLcode code, Failure& failure) {
   if (code != CURLE_OK) {
     const bool tooLarge = code == CURLE_WRITE_ERROR || code == CURLE_FILESIZE_EXCEEDED;
+    if (tooLarge) exchange_->arrived(metrics::Outcome::kRefused);
     failure = {reasonFor(code), std::string(checkFor(tooLarge ? CURLE_FILESIZE_EXCEEDED : code))};
     return false;
   }
+  exchange_->arrived(metrics::Outcome::kRefused);
   long status = 0;
   curl_easy_getinfo(handle_.get(), CURLINFO_RESPONSE_CODE, &status);
   if (status < 200 || status > 299) {
@@ -135,7 +140,13 @@ bool Connection::judge(CURLcode code, Failure& failure) {
                "the service, or a proxy before it: \"Accept-Encoding: identity\" is not kept"};
     return false;
   }
+  exchange_->arrived(metrics::Outcome::kAnswered);
   return true;
+}
+
+void Connection::conclude(bool usable) {
+  if (!usable && exchange_) exchange_->arrived(metrics::Outcome::kRefused);
+  exchange_.reset();
 }
 
 std::string Connection::reasonFor(CURLcode code) const {

@@ -7,11 +7,13 @@
 #include <curl/curl.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "failure.h"
 #include "http_request.h"
 #include "json_reader.h"
+#include "orma/metrics/outside_services.h"
 #include "settings.h"
 
 namespace orma::rest {
@@ -30,6 +32,8 @@ class Connection {
   JsonReader& reader() { return reader_; }
   // What the last answer called itself, for messages: "text/html, 120 bytes".
   std::string describeAnswer() const;
+  // What the last answer turned out to be; it counts from here on.
+  void conclude(bool usable);
   // Gives back what an unusually large answer took.
   void trim();
 
@@ -54,6 +58,7 @@ class Connection {
   std::size_t headerBytes_ = 0;
   bool outOfMemory_ = false;
   JsonReader reader_;
+  std::optional<metrics::Exchange> exchange_;  // until it is concluded
 };
 
 }  // namespace orma::rest

@@ -80,6 +80,7 @@ bool HttpClient::read(std::unique_ptr<Connection> connection, const Nimbola::Res
     REST_TRACE(1, "REST answer of " + shownAddress(settings_.baseUrl, request.url) +
                       " is not valid UTF-8; its texts are passed on byte for byte");
   }
+  connection->conclude(outcome != JsonOutcome::Refused);
   giveBack(std::move(connection));
   return outcome != JsonOutcome::Refused;
 }

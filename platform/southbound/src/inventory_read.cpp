@@ -6,6 +6,7 @@
 #include "orma/dao/session_pool.h"
 #include "orma/dao/sql_session.h"
 #include "orma/log/trace.h"
+#include "orma/metrics/outside_services.h"
 #include "processexception.h"
 
 namespace orma::southbound {
@@ -20,6 +21,12 @@ dao::SessionPool& sessions() {
   // Never destroyed: a thread may still be reading while the process ends.
   static auto* const pool = new dao::SessionPool;
   return *pool;
+}
+
+metrics::Outcome outcomeOf(const dao::CExecStatus& status) {
+  if (status.IsOk()) return metrics::Outcome::kAnswered;
+  return status.GetErrCode() == dao::kExecStatementFailed ? metrics::Outcome::kRefused
+                                                          : metrics::Outcome::kUnreached;
 }
 
 [[noreturn]] void fail(const char* operation, int line, const std::string& reason) {
@@ -52,15 +59,18 @@ void appendNamed(const std::string& key, std::size_t& parameters, std::string& t
 
 void readRows(const char* operation, const std::string& statement,
               const std::vector<refl::CValue>& parameters, const RowUse& use) {
+  metrics::Exchange exchange(metrics::OutsideService::kSouthbound);
   std::string reason;
   try {
     dao::SessionPool::Lease lease(sessions());
     dao::CCursorTable rows;
     rows.Open(lease.session(), statement, parameters);
     while (rows.FetchNextRow()) use(rows);
+    exchange.arrived(outcomeOf(rows.GetStatus()));
     if (rows.GetStatus().IsOk()) return;
     reason = rows.GetStatus().GetMessage();
   } catch (const std::range_error& value) {
+    exchange.arrived(metrics::Outcome::kRefused);
     reason = value.what();
   }
   fail(operation, __LINE__, reason);

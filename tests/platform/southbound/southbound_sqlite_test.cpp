@@ -1,6 +1,7 @@
 // What is peculiar to SQLite: a database that is a file, and values of any type in any column.
 #include <filesystem>
 
+#include "../metrics/exchange_counts.h"
 #include "southbound_fixture.h"
 #include "sqlite_database.h"
 
@@ -71,6 +72,22 @@ TEST_F(SouthboundSqlite, ValuesThatAreNoneOfTheLayoutFailTheRead) {
   EXPECT_THAT(thrownBy([] { portStates({kPort1}); }),
               FieldsAre(kReadFailed, "southbound GetPortStatus",
                         "a port of device 2: a value of type text cannot be taken as an integer"));
+}
+
+TEST_F(SouthboundSqlite, ReadsAreCountedByWhatBecameOfThem) {
+  const auto countsOf = [](const auto& read) {
+    const ExchangeCounts counts(orma::metrics::OutsideService::kSouthbound);
+    read();
+    return counts.since();
+  };
+  const auto failing = [] { thrownBy([] { linkIds(); }); };
+  EXPECT_EQ(countsOf([] { linkIds(); }), "1 answered, 0 refused, 0 unreached");
+  database().run("UPDATE link SET kind = 'abc'");
+  EXPECT_EQ(countsOf(failing), "0 answered, 1 refused, 0 unreached");
+  database().run("DROP TABLE link");
+  EXPECT_EQ(countsOf(failing), "0 answered, 1 refused, 0 unreached");
+  configure("sqlite:no-such.db");
+  EXPECT_EQ(countsOf(failing), "0 answered, 0 refused, 1 unreached");
 }
 
 }  // namespace
