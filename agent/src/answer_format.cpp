@@ -151,7 +151,7 @@ Row ruleRow(const std::vector<std::size_t>& widths) {
 Row recordRow(const std::vector<Value>& record, CharacterSet characterSet) {
   Row row;
   for (const Value& value : record) {
-    row.push_back({displayText(plainText(value), characterSet), !isText(value)});
+    row.push_back({displayText(plainText(value), characterSet), !isText(value) && !isNone(value)});
   }
   return row;
 }

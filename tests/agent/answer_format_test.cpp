@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <json/reader.h>
 
+#include <cmath>
 #include <limits>
 #include <memory>
 
@@ -166,6 +167,69 @@ TEST(Csv, LineBreaksAndControlsAreEscaped) {
 
 TEST(Csv, TextsInTheAgentsCharacterSetGoOutAsBytes) {
   EXPECT_EQ(csv(places({{1, "Z\xfcrich"}}), CharacterSet::kLatin1), "id,name\r\n1,Z\xfcrich\r\n");
+}
+
+// One record of every kind of value, and the first record's values missing.
+Answer everyKind() {
+  Answer answer;
+  answer.fields = {"whole", "real", "text"};
+  answer.records = {{std::monostate(), std::monostate(), std::monostate()},
+                    {std::int64_t{-7}, 0.5, std::string()},
+                    {std::uint64_t{18446744073709551615U}, 3.0, "a"}};
+  return answer;
+}
+
+TEST(Values, ThatAreNoneAreNullInJsonAndEmptyElsewhere) {
+  EXPECT_EQ(json(everyKind()),
+            "{\"result\": 0, \"records\": [\n"
+            "  {\"whole\": null, \"real\": null, \"text\": null},\n"
+            "  {\"whole\": -7, \"real\": 0.5, \"text\": \"\"},\n"
+            "  {\"whole\": 18446744073709551615, \"real\": 3.0, \"text\": \"a\"}\n"
+            "]}\n");
+  EXPECT_EQ(csv(everyKind()), "whole,real,text\r\n,,\r\n-7,0.5,\r\n18446744073709551615,3.0,a\r\n");
+}
+
+TEST(Values, ThatAreNoneLeaveTheNumbersToTheRight) {
+  EXPECT_EQ(table(everyKind()),
+            "               whole  real  text\n"
+            "--------------------  ----  ----\n"
+            "                            \n"
+            "                  -7   0.5  \n"
+            "18446744073709551615   3.0  a\n");
+}
+
+struct RealCase {
+  double number;
+  const char* text;
+  const char* json;
+};
+
+TEST(Values, RealNumbersReadBackToThemselves) {
+  const RealCase cases[] = {
+      {0.1, "0.1", "0.1"},
+      {-0.0, "-0.0", "-0.0"},
+      {1e300, "1e+300", "1e+300"},
+      {1.0 / 3, "0.3333333333333333", "0.3333333333333333"},
+      {5e-324, "5e-324", "5e-324"},
+      {-HUGE_VAL, "-Infinity", "\"-Infinity\""},
+      {HUGE_VAL, "Infinity", "\"Infinity\""},
+      {std::numeric_limits<double>::quiet_NaN(), "NaN", "\"NaN\""},
+  };
+  for (const RealCase& row : cases) {
+    Answer answer;
+    answer.fields = {"r"};
+    answer.records = {{row.number}};
+    EXPECT_EQ(csv(answer), std::string("r\r\n") + row.text + "\r\n");
+    EXPECT_EQ(json(answer),
+              std::string("{\"result\": 0, \"records\": [\n  {\"r\": ") + row.json + "}\n]}\n");
+    EXPECT_TRUE(parsed(json(answer)).isObject());
+  }
+}
+
+TEST(Values, WithoutFieldsThereIsNoTable) {
+  EXPECT_EQ(table(Answer()), "");
+  EXPECT_EQ(csv(Answer()), "");
+  EXPECT_EQ(json(Answer()), "{\"result\": 0, \"records\": []}\n");
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <iterator>
+#include <iomanip>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -64,11 +64,29 @@ TEST_F(CommandLine, GroupAndWordFindTheirRow) {
 TEST_F(CommandLine, EveryRowIsReachedByItsExample) {
   for (const Command& command : commands()) {
     std::istringstream text(std::string(command.path) + " " + command.example);
-    const std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
+    std::vector<std::string> words;
+    for (std::string word; text >> std::quoted(word, '\'');) words.push_back(word);
     std::vector<const char*> pointers;
     for (const std::string& word : words) pointers.push_back(word.c_str());
     EXPECT_STREQ(invocation(pointers).command->path, command.path);
   }
+}
+
+TEST_F(CommandLine, RepeatedOptionKeepsItsValuesInOrder) {
+  const Arguments none = invocation({"db", "query", "SELECT 1"}).arguments;
+  EXPECT_THAT(none.repeatedOption("--param"), IsEmpty());
+  const Arguments given =
+      invocation({"db", "query", "--param", "b", "SELECT :a, :b, :c", "--param", "a", "--param=-1"})
+          .arguments;
+  EXPECT_EQ(given.text(0), "SELECT :a, :b, :c");
+  EXPECT_THAT(given.repeatedOption("--param"), testing::ElementsAre("b", "a", "-1"));
+}
+
+TEST_F(CommandLine, RepeatedOptionChecksEachValue) {
+  expectUsage({"db", "query", "SELECT :a", "--param", "a", "--param", "integer:x"},
+              "must be a text that is not empty, or integer:N, real:N, text:T, bytes:HEX or null:");
+  expectUsage({"db", "query", "SELECT :a", "--param", ""}, "must be a text that is not empty");
+  expectUsage({"db", "query", "SELECT :a", "--param"}, "--param");
 }
 
 TEST_F(CommandLine, AnOptionalArgumentMayBeLeftOut) {

@@ -26,6 +26,7 @@ TEST(Commands, EveryRowIsWhole) {
       EXPECT_STRNE(option.help, "");
       EXPECT_STRNE(option.value, "");
       EXPECT_FALSE(accepts(option.type, "")) << "an empty text stands for an absent option";
+      EXPECT_TRUE(!option.repeated || option.defaultValue == nullptr);
       if (option.defaultValue != nullptr) {
         EXPECT_TRUE(accepts(option.type, option.defaultValue));
       }
