@@ -8,8 +8,8 @@
 
 namespace {
 
-const std::string kPrefix = "snmpresinfo_productconvert_";
-const std::string kProduct = "access";
+constexpr char kPrefix[] = "snmpresinfo_productconvert_";
+constexpr char kProduct[] = "access";
 
 constexpr int kLazyAndGlobal = 0x101;
 
@@ -25,11 +25,11 @@ bool makeInstance(ACE_DLL& library, PRDU_ORMA::PrduResInfoConvert*& instance) {
 
 }  // namespace
 
-// The library is closed in every case, also under an instance that lives on: meant so, it stays
-// mapped by its own choice.
+// Closed in every case, also under an instance that lives on: meant so. ACE keeps a library that
+// was opened like this mapped until ACE itself ends.
 std::int64_t EMFResMgrI::initAccessFdnConvertDll(PRDU_ORMA::PrduResInfoConvert*& instance) {
   ACE_DLL library(true);
-  const std::string name = "lib" + kPrefix + kProduct + ".so";
+  const std::string name = std::string("lib") + kPrefix + kProduct + ".so";
   const bool made =
       library.open(name.c_str(), kLazyAndGlobal, false) == 0 && makeInstance(library, instance);
   library.close();

@@ -2,8 +2,8 @@
 // name at run time ("lib", "snmpresinfo_productconvert_", the product's word, ".so"), whose one
 // exported function makes the instance.
 //
-//   auto create =
-//   reinterpret_cast<PRDU_ORMA::CreateInstanceLib>(library.symbol("createInstanceLib"));
+//   void* symbol = library.symbol("createInstanceLib");
+//   auto create = reinterpret_cast<PRDU_ORMA::CreateInstanceLib>(symbol);
 //   PRDU_ORMA::PrduResInfoConvert* converter = create();  // null when there is none to be had
 //
 // The order of the virtual operations is part of the binary interface. An instance outlives the

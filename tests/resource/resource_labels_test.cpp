@@ -1,0 +1,540 @@
+#include <json/value.h>
+
+#include <list>
+#include <map>
+#include <numeric>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "emfresinterface.h"
+#include "platform_test.h"
+#include "resource_records.h"
+
+namespace emf::test {
+namespace {
+
+using emf::doubles::json;
+using emf::doubles::platform;
+using emf::doubles::ResourceQuery;
+using ::testing::Contains;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::Field;
+using ::testing::FieldsAre;
+using ::testing::Gt;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+using Records = std::list<ResourceDn>;
+using Fdns = std::vector<std::string>;
+using DnMap = std::map<int, std::string>;
+
+static_assert(
+    std::is_same_v<decltype(EMFResMgrI::getResourceLabels),
+                   std::int64_t(std::list<ResourceDn>&, const std::map<int, std::string>&)>);
+static_assert(std::is_same_v<decltype(EMFResMgrI::getResourceLabelsEx),
+                             decltype(EMFResMgrI::getResourceLabels)>);
+static_assert(std::is_same_v<decltype(EMFResMgrI::getResourceLabelsByRest),
+                             std::int64_t(std::list<ResourceDn>&, const std::vector<std::string>&,
+                                          const std::string&)>);
+
+// One row of what tells the kinds apart, written down once more.
+struct Kind {
+  const char* word;
+  const char* operation;
+  const char* read;
+  std::int64_t (*labels)(Records&, const Fdns&);
+  const char* object;    // of the answer
+  ResourceDn record;     // that it becomes
+  const char* nullType;  // the same object as far as it counts as absent
+};
+
+const Kind kPort = {"PORT",
+                    "getPortResourceLabelsByRest",
+                    "GetPortResourcePropertyByFDNs",
+                    EMFResMgrI::getPortResourceLabelsByRest,
+                    R"({"nativeId":"NE=2,PP=1","slotNativeId":"no","name":"GE 1","portType":65})",
+                    {"NE=2,PP=1", 0, "GE 1", {6, 65}},
+                    R"({"nativeId":"NE=2,PP=1","name":"GE 1","portType":null})"};
+const Kind kCard = {"CARD",
+                    "getCardResourceLabelsByRest",
+                    "GetCardResourcePropertyByFDNs",
+                    EMFResMgrI::getCardResourceLabelsByRest,
+                    R"({"nativeId":"NE=2,CP=1","slotNativeId":"no","name":"Card 1",)"
+                    R"("isDaughterCard":false,"cardType":7,"daughterCardType":8})",
+                    {"NE=2,CP=1", 0, "Card 1", {20, 7}},
+                    R"({"nativeId":"NE=2,CP=1","name":"Card 1","cardType":7})"};
+const Kind kDaughterCard = {"CARD",
+                            "getCardResourceLabelsByRest",
+                            "GetCardResourcePropertyByFDNs",
+                            EMFResMgrI::getCardResourceLabelsByRest,
+                            R"({"nativeId":"NE=2,SC=1","slotNativeId":"no","name":"Sub 1",)"
+                            R"("isDaughterCard":true,"cardType":7,"daughterCardType":8})",
+                            {"NE=2,SC=1", 0, "Sub 1", {21, 8}},
+                            R"({"nativeId":"NE=2,SC=1","isDaughterCard":null})"};
+const Kind kSlot = {"SLOT",
+                    "getSlotResourceLabelsByRest",
+                    "GetSlotResourcePropertyByFDNs",
+                    EMFResMgrI::getSlotResourceLabelsByRest,
+                    R"({"slotNativeId":"NE=2,S=1","nativeId":"no","name":"Slot 1",)"
+                    R"("isDaughterCard":false,"cardType":7,"daughterCardType":8})",
+                    {"NE=2,S=1", 0, "Slot 1", {4, 7}},
+                    R"({"slotNativeId":"NE=2,S=1","name":"Slot 1","cardType":7})"};
+const Kind kDaughterSlot = {"SLOT",
+                            "getSlotResourceLabelsByRest",
+                            "GetSlotResourcePropertyByFDNs",
+                            EMFResMgrI::getSlotResourceLabelsByRest,
+                            R"({"slotNativeId":"NE=2,SS=1","nativeId":"no","name":"Slot 1",)"
+                            R"("isDaughterCard":true,"cardType":7,"daughterCardType":8})",
+                            {"NE=2,SS=1", 0, "Slot 1", {5, 8}},
+                            R"({"slotNativeId":"NE=2,SS=1","isDaughterCard":null})"};
+const Kind kFrame = {"FRAME",
+                     "getFrameResourceLabelsByRest",
+                     "GetFrameResourcePropertyByFDNs",
+                     EMFResMgrI::getFrameResourceLabelsByRest,
+                     R"({"nativeId":"NE=2,FR=1","name":"Frame 1","frameType":"12"})",
+                     {"NE=2,FR=1", 0, "Frame 1", {3, 12}},
+                     R"({"nativeId":"NE=2,FR=1","name":"Frame 1"})"};
+const Kind kElement = {"NE",
+                       "getNEResourceLabelsByRest",
+                       "GetNEResourcePropertyByFDNs",
+                       EMFResMgrI::getNEResourceLabelsByRest,
+                       R"({"nativeId":"NE=2","name":"core-1","detailDevType":131077})",
+                       {"NE=2", 0, "core-1", {1, 131077}},
+                       R"({"nativeId":"NE=2","name":"core-1","detailDevType":null})"};
+
+Json::Value answerWith(const std::string& objects) {
+  return json(R"({"objList":[)" + objects + "]}");
+}
+
+// Every query is answered by one object for each name, of a kind that any read takes.
+void echoNames() {
+  platform().resources.answersBy([](const ResourceQuery& query, Json::Value& answer) {
+    answer["objList"] = Json::Value(Json::arrayValue);
+    for (const std::string& fdn : query.fdns) {
+      Json::Value object =
+          json(R"({"portType":1,"isDaughterCard":false,"cardType":1,"frameType":"1",)"
+               R"("detailDevType":1})");
+      object["nativeId"] = object["slotNativeId"] = fdn;
+      object["name"] = "label of " + fdn;
+      answer["objList"].append(object);
+    }
+    return true;
+  });
+}
+
+Fdns namesOf(const Records& records) {
+  Fdns names;
+  for (const ResourceDn& record : records) names.push_back(record.resDN);
+  return names;
+}
+
+Fdns numberedNames(std::size_t count) {
+  Fdns names;
+  for (std::size_t i = 0; i < count; ++i) names.push_back("NE=" + std::to_string(i));
+  return names;
+}
+
+class ResourceLabels : public emf::doubles::PlatformTest {};
+
+class LabelKind : public ResourceLabels, public ::testing::WithParamInterface<Kind> {};
+
+TEST_P(LabelKind, ObjectBecomesItsRecord) {
+  const Kind& kind = GetParam();
+  platform().resources.answers(answerWith(kind.object));
+  Records out;
+  EXPECT_EQ(kind.labels(out, {"NE=2,any"}), 0);
+  EXPECT_THAT(out, ElementsAre(kind.record));
+  EXPECT_THAT(platform().resources.queries(),
+              ElementsAre(FieldsAre(kind.read, ElementsAre("NE=2,any"), "", "", Json::Value())));
+}
+
+TEST_P(LabelKind, ObjectWithoutItsTypeKeyIsSkippedAndCounted) {
+  const Kind& kind = GetParam();
+  platform().resources.answers(answerWith(std::string(kind.nullType) + ",null,{}," + kind.object));
+  Records out;
+  EXPECT_EQ(kind.labels(out, {"NE=2"}), 0);
+  EXPECT_THAT(out, ElementsAre(kind.record));
+  EXPECT_THAT(
+      platform().trace.lines(),
+      Contains(FieldsAre("TaDebugWithPara", 3, "emfresinterface", "unknown", Gt(0),
+                         "EMFResMgrI::" + std::string(kind.operation) + " jsonInfos size = 4")));
+}
+
+TEST_P(LabelKind, WordOfTheKindLeadsToIt) {
+  const Kind& kind = GetParam();
+  platform().resources.answers(answerWith(kind.object));
+  Records out = {ResourceDn()};
+  EXPECT_EQ(EMFResMgrI::getResourceLabelsByRest(out, {"NE=2"}, kind.word), 0);
+  EXPECT_THAT(out, ElementsAre(ResourceDn(), kind.record));
+  EXPECT_THAT(platform().resources.queries(),
+              ElementsAre(Field(&ResourceQuery::operation, kind.read)));
+  EXPECT_EQ(platform().trace.texts().front(), "EMFResMgrI::getResourceLabelsByRest called");
+}
+
+TEST_P(LabelKind, NoNamesAskNothing) {
+  Records out;
+  EXPECT_EQ(GetParam().labels(out, {}), 0);
+  EXPECT_THAT(out, IsEmpty());
+  EXPECT_THAT(platform().resources.queries(), IsEmpty());
+}
+
+TEST_P(LabelKind, OnlyPortsAnnounceTheirCall) {
+  const Kind& kind = GetParam();
+  Records out;
+  kind.labels(out, {"NE=2"});
+  const std::string called = "EMFResMgrI::" + std::string(kind.operation) + " called";
+  if (kind.word == std::string("PORT")) {
+    EXPECT_THAT(
+        platform().trace.lines(),
+        ElementsAre(FieldsAre("TaDebugWithPara", 3, "emfresinterface", "unknown", Gt(0), called)));
+  } else {
+    EXPECT_THAT(platform().trace.lines(), IsEmpty());
+  }
+}
+
+TEST_P(LabelKind, AbsentNameOrDnGivesAnEmptyText) {
+  const Kind& kind = GetParam();
+  Json::Value object = json(kind.object);
+  object.removeMember("nativeId");
+  object["slotNativeId"] = "";
+  object["name"] = Json::Value();
+  Json::Value answer;
+  answer["objList"].append(object);
+  platform().resources.answers(answer);
+  Records out;
+  kind.labels(out, {"NE=2"});
+  EXPECT_THAT(out, ElementsAre(ResourceDn{"", 0, "", kind.record.type}));
+}
+
+TEST_P(LabelKind, LabelIsConvertedAndTheDnIsNot) {
+  const Kind& kind = GetParam();
+  platform().text.characterSetSwitch(1);
+  platform().resources.answers(answerWith(kind.object));
+  Records out;
+  kind.labels(out, {"NE=2"});
+  ResourceDn expected = kind.record;
+  expected.label = "UTF-8>GBK:" + expected.label;
+  EXPECT_THAT(out, ElementsAre(expected));
+}
+
+TEST_P(LabelKind, ListThatIsNoneAddsNothing) {
+  const Kind& kind = GetParam();
+  for (const char* answer : {"null", "{}", R"({"objList":null})", R"({"objList":{"a":{}}})",
+                             R"({"objList":"text"})", R"({"objList":7})", "[]", "\"text\"", "3"}) {
+    platform().trace.reset();
+    platform().resources.answers(json(answer));
+    Records out;
+    EXPECT_EQ(kind.labels(out, {"NE=2"}), 0) << answer;
+    EXPECT_THAT(out, IsEmpty()) << answer;
+    EXPECT_THAT(platform().trace.texts(), Each(::testing::Not(::testing::HasSubstr("jsonInfos"))))
+        << answer;
+  }
+}
+
+TEST_P(LabelKind, ResultOfTheReadIsNotLookedAt) {
+  const Kind& kind = GetParam();
+  platform().resources.answers(answerWith(kind.object), false);
+  Records out;
+  EXPECT_EQ(kind.labels(out, {"NE=2"}), 0);
+  EXPECT_THAT(out, ElementsAre(kind.record));
+}
+
+TEST_P(LabelKind, MemberOfAWrongTypeReachesTheCallerBehindTheRecordsBeforeIt) {
+  const Kind& kind = GetParam();
+  Json::Value wrong = json(kind.object);
+  for (const char* key : {"name", "portType", "cardType", "daughterCardType", "frameType",
+                          "detailDevType", "nativeId", "slotNativeId"}) {
+    if (!wrong.isMember(key)) continue;
+    wrong = json(kind.object);
+    if (wrong[key] == "no") continue;
+    wrong[key] = Json::Value(Json::arrayValue);
+    if ((key == std::string("cardType") && kind.record.type.resMainTypeID % 2 == 1) ||
+        (key == std::string("daughterCardType") && kind.record.type.resMainTypeID % 2 == 0)) {
+      continue;  // not read for this one
+    }
+    Json::Value answer;
+    answer["objList"].append(json(kind.object));
+    answer["objList"].append(wrong);
+    platform().resources.answers(answer);
+    Records out;
+    EXPECT_THROW(kind.labels(out, {"NE=2"}), Json::LogicError) << key;
+    EXPECT_THAT(out, ElementsAre(kind.record)) << key;
+  }
+}
+
+TEST_P(LabelKind, ObjectThatIsNoneReachesTheCaller) {
+  platform().resources.answers(answerWith("\"text\""));
+  Records out;
+  EXPECT_THROW(GetParam().labels(out, {"NE=2"}), Json::LogicError);
+  EXPECT_THAT(out, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, LabelKind,
+                         ::testing::Values(kPort, kCard, kDaughterCard, kSlot, kDaughterSlot,
+                                           kFrame, kElement),
+                         [](const auto& one) {
+                           return std::string(one.param.word) +
+                                  std::to_string(one.param.record.type.resMainTypeID);
+                         });
+
+TEST_F(ResourceLabels, FrameTypeIsADecimalTextReadAsFarAsItGoes) {
+  const std::pair<const char*, std::int64_t> kCases[] = {
+      {"12", 12}, {" 12", 12}, {"12x", 12}, {"", 0},
+      {"x", 0},   {"-3", -3},  {"0x10", 0}, {"4294967296", 4294967296}};
+  for (const auto& [text, type] : kCases) {
+    platform().resources.answers(answerWith(R"({"nativeId":"NE=2,FR=1","name":"f","frameType":")" +
+                                            std::string(text) + "\"}"));
+    Records out;
+    EMFResMgrI::getFrameResourceLabelsByRest(out, {"NE=2"});
+    EXPECT_THAT(out, ElementsAre(ResourceDn{"NE=2,FR=1", 0, "f", {3, type}})) << text;
+  }
+}
+
+TEST_F(ResourceLabels, FrameTypeThatIsANumberReachesTheCaller) {
+  platform().resources.answers(answerWith(R"({"nativeId":"NE=2,FR=1","frameType":12})"));
+  Records out;
+  EXPECT_THROW(EMFResMgrI::getFrameResourceLabelsByRest(out, {"NE=2"}), Json::LogicError);
+}
+
+TEST_F(ResourceLabels, UnknownWordDoesNothing) {
+  for (const char* word : {"", "port", "PORTS", "LINK", "PORT "}) {
+    Records out = {ResourceDn{"kept", 0, "", {}}};
+    EXPECT_EQ(EMFResMgrI::getResourceLabelsByRest(out, {"NE=2"}, word), 0);
+    EXPECT_THAT(out, ElementsAre(ResourceDn{"kept", 0, "", {}}));
+  }
+  EXPECT_THAT(platform().resources.queries(), IsEmpty());
+  EXPECT_THAT(platform().trace.texts(),
+              Each(std::string("EMFResMgrI::getResourceLabelsByRest called")));
+}
+
+struct BatchCase {
+  std::size_t names;
+  std::vector<std::size_t> batches;
+};
+
+class LabelBatches : public ResourceLabels, public ::testing::WithParamInterface<BatchCase> {};
+
+TEST_P(LabelBatches, BoundDoublesAndEveryNameIsAskedForOnce) {
+  const auto& [count, sizes] = GetParam();
+  echoNames();
+  const Fdns names = numberedNames(count);
+  for (const auto labels :
+       {EMFResMgrI::getPortResourceLabelsByRest, EMFResMgrI::getSlotResourceLabelsByRest,
+        EMFResMgrI::getCardResourceLabelsByRest, EMFResMgrI::getFrameResourceLabelsByRest,
+        EMFResMgrI::getNEResourceLabelsByRest}) {
+    const std::size_t before = platform().resources.queries().size();
+    Records out;
+    EXPECT_EQ(labels(out, names), 0);
+    EXPECT_EQ(namesOf(out), names);
+    const auto queries = platform().resources.queries();
+    std::vector<std::size_t> asked;
+    Fdns joined;
+    for (std::size_t i = before; i < queries.size(); ++i) {
+      asked.push_back(queries[i].fdns.size());
+      joined.insert(joined.end(), queries[i].fdns.begin(), queries[i].fdns.end());
+    }
+    EXPECT_EQ(asked, sizes);
+    EXPECT_EQ(joined, names);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Sizes, LabelBatches,
+    ::testing::Values(BatchCase{0, {}}, BatchCase{1, {1}}, BatchCase{99, {99}},
+                      BatchCase{100, {100}}, BatchCase{101, {100, 1}}, BatchCase{200, {100, 100}},
+                      BatchCase{201, {100, 100, 1}}, BatchCase{250, {100, 100, 50}},
+                      BatchCase{400, {100, 100, 200}}, BatchCase{401, {100, 100, 200, 1}},
+                      BatchCase{801, {100, 100, 200, 400, 1}}),
+    [](const auto& one) { return "Names" + std::to_string(one.param.names); });
+
+TEST_F(ResourceLabels, LostBatchOnlyShortensTheResult) {
+  platform().resources.answersBy([](const ResourceQuery& query, Json::Value& answer) {
+    if (query.fdns.front() == "NE=100") return false;
+    answer = answerWith(R"({"nativeId":")" + query.fdns.front() + R"(","name":"n","portType":1})");
+    return true;
+  });
+  Records out;
+  EXPECT_EQ(EMFResMgrI::getPortResourceLabelsByRest(out, numberedNames(250)), 0);
+  EXPECT_EQ(namesOf(out), (Fdns{"NE=0", "NE=200"}));
+  EXPECT_THAT(platform().resources.queries(), SizeIs(3));
+}
+
+TEST_F(ResourceLabels, MixedNamesAreSortedByTheFirstTextFound) {
+  echoNames();
+  const DnMap dns = {{0, "NE=1"},
+                     {1, "NE=1,FR=1"},
+                     {2, "NE=1,FR=1,S=2"},
+                     {3, "NE=1,S=2,CP=1"},
+                     {4, "NE=1,SS=2,CP=1"},
+                     {5, "NE=1,SC=2,SS=1"},
+                     {6, "NE=1,CP=1,PP=3"},
+                     {7, "NE=1,SC=1,LP=3"},
+                     {8, "PP=3"},
+                     {9, ""},
+                     {10, "NE=1,S=1,SS=1,X=1"},
+                     {11, "NE=1,FR=1,PP=2,SC=1"}};
+  Records out = {ResourceDn{"before", 0, "", {}}};
+  EXPECT_EQ(EMFResMgrI::getResourceLabels(out, dns), 0);
+  using Rows = std::vector<std::pair<std::string, Fdns>>;
+  Rows asked;
+  for (const auto& query : platform().resources.queries()) {
+    asked.emplace_back(query.operation, query.fdns);
+  }
+  EXPECT_EQ(asked, (Rows{{"GetPortResourcePropertyByFDNs",
+                          {"NE=1,CP=1,PP=3", "NE=1,SC=1,LP=3", "NE=1,FR=1,PP=2,SC=1"}},
+                         {"GetCardResourcePropertyByFDNs", {"NE=1,S=2,CP=1", "NE=1,SC=2,SS=1"}},
+                         {"GetSlotResourcePropertyByFDNs",
+                          {"NE=1,FR=1,S=2", "NE=1,SS=2,CP=1", "NE=1,S=1,SS=1,X=1"}},
+                         {"GetFrameResourcePropertyByFDNs", {"NE=1,FR=1"}},
+                         {"GetNEResourcePropertyByFDNs", {"NE=1", "PP=3", ""}}}));
+  EXPECT_EQ(namesOf(out),
+            (Fdns{"before", "NE=1,CP=1,PP=3", "NE=1,SC=1,LP=3", "NE=1,FR=1,PP=2,SC=1",
+                  "NE=1,S=2,CP=1", "NE=1,SC=2,SS=1", "NE=1,FR=1,S=2", "NE=1,SS=2,CP=1",
+                  "NE=1,S=1,SS=1,X=1", "NE=1,FR=1", "NE=1", "PP=3", ""}));
+}
+
+TEST_F(ResourceLabels, MixedCallIsTracedInOrder) {
+  platform().resources.answers(json(R"({"objList":[]})"));
+  Records out;
+  EMFResMgrI::getResourceLabels(out, {{0, "NE=1 100%s"}, {1, "NE=1,PP=1"}});
+  const std::string called = "EMFResMgrI::getResourceLabelsByRest called";
+  EXPECT_THAT(
+      platform().trace.texts(),
+      ElementsAre("EMFResMgrI::getResourceLabels  dnMapSize = 2",
+                  "EMFResMgrI::getResourceLabels  resDN = NE=1 100%s",
+                  "EMFResMgrI::getResourceLabels  resDN = NE=1,PP=1", called,
+                  "EMFResMgrI::getPortResourceLabelsByRest called",
+                  "EMFResMgrI::getPortResourceLabelsByRest jsonInfos size = 0", called, called,
+                  called, called, "EMFResMgrI::getNEResourceLabelsByRest jsonInfos size = 0"));
+  for (const auto& line : platform().trace.lines()) {
+    EXPECT_THAT(line,
+                FieldsAre("TaDebugWithPara", 3, "emfresinterface", "unknown", Gt(0), line.text));
+  }
+}
+
+TEST_F(ResourceLabels, EmptyMapDoesNothing) {
+  Records out;
+  EXPECT_EQ(EMFResMgrI::getResourceLabels(out, {}), 0);
+  EXPECT_EQ(EMFResMgrI::getResourceLabelsEx(out, {}), 0);
+  EXPECT_THAT(platform().trace.texts(), IsEmpty());
+  EXPECT_THAT(platform().resources.queries(), IsEmpty());
+}
+
+TEST_F(ResourceLabels, ExtendedCallIsTheSame) {
+  echoNames();
+  const DnMap dns = {{0, "NE=1"}, {1, "NE=1,FR=1"}};
+  Records plain;
+  Records extended;
+  EXPECT_EQ(EMFResMgrI::getResourceLabels(plain, dns), 0);
+  EXPECT_EQ(EMFResMgrI::getResourceLabelsEx(extended, dns), 0);
+  EXPECT_EQ(plain, extended);
+  EXPECT_THAT(extended, SizeIs(2));
+}
+
+TEST_F(ResourceLabels, NamesOutsideTheNumberingArePassedOver) {
+  echoNames();
+  Records out;
+  EXPECT_EQ(EMFResMgrI::getResourceLabels(
+                out, {{-1, "NE=9"}, {0, "NE=1"}, {2, "NE=2"}, {3, "NE=3"}, {70, "NE=8"}}),
+            0);
+  EXPECT_EQ(namesOf(out), (Fdns{"NE=1", "NE=2", "NE=3"}));
+}
+
+// The list of a kind moves into the result whole, so a kind that fails brings nothing of itself.
+TEST_F(ResourceLabels, KindWithABadObjectKeepsThoseBeforeIt) {
+  platform().resources.answersBy([](const ResourceQuery& query, Json::Value& answer) {
+    answer = query.operation == kPort.read
+                 ? answerWith(kPort.object)
+                 : answerWith(std::string(kElement.object) + R"(,{"detailDevType":"x"})");
+    return true;
+  });
+  Records out;
+  EXPECT_THROW(EMFResMgrI::getResourceLabels(out, {{0, "NE=2"}, {1, "NE=2,PP=1"}}),
+               Json::LogicError);
+  EXPECT_THAT(out, ElementsAre(kPort.record));
+}
+
+struct CharsetCase {
+  int value;
+  const char* name;
+  std::string expected;
+};
+
+class LabelCharset : public ResourceLabels, public ::testing::WithParamInterface<CharsetCase> {};
+
+// "端口-1" (port 1), "€" (not in ISO-8859-1), a character beyond the basic plane (not in GBK), "é".
+TEST_P(LabelCharset, LabelReachesTheNorthInItsCharacterSet) {
+  platform().text.convertsTruly();
+  platform().text.characterSetSwitch(GetParam().value);
+  platform().resources.answers(
+      answerWith("{\"nativeId\":\"NE=2,PP=1\",\"portType\":1,"
+                 "\"name\":\"\xE7\xAB\xAF\xE5\x8F\xA3-1 \xF0\x9F\x98\x80 \xC3\xA9\"}"));
+  Records out;
+  EMFResMgrI::getPortResourceLabelsByRest(out, {"NE=2,PP=1"});
+  EXPECT_THAT(out, ElementsAre(ResourceDn{"NE=2,PP=1", 0, GetParam().expected, {6, 1}}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Switches, LabelCharset,
+    ::testing::Values(CharsetCase{0, "Utf8",
+                                  "\xE7\xAB\xAF\xE5\x8F\xA3-1 \xF0\x9F\x98\x80 \xC3\xA9"},
+                      CharsetCase{1, "Gbk", "\xB6\xCB\xBF\xDA-1 ? \xA8\xA6"},
+                      CharsetCase{2, "Latin1", "\?\?-1 ? \xE9"}),
+    [](const auto& one) { return one.param.name; });
+
+class ElementLabels : public emf::doubles::PlatformTest {};
+
+TEST_F(ElementLabels, EveryElementHasItsLabelAndTheFirstOneStays) {
+  platform().text.characterSetSwitch(1);
+  platform().rest.devices(
+      {json(R"({"nativeId":"OS=1","name":"OSS"})"), json(R"({"nativeId":"NE=2","name":"core-1"})"),
+       json(R"({"nativeId":"NE=2,FR=1","name":"frame"})"),
+       json(R"({"nativeId":"NE=2","name":"again"})"), json(R"({"nativeId":"NE=3","name":null})"),
+       json(R"({"name":"nameless"})")});
+  std::map<std::string, std::string> out = {{"NE=9", "before"}};
+  EXPECT_EQ(EMFResMgrI::getAllNeResLabel(out), 0);
+  EXPECT_EQ(out, (std::map<std::string, std::string>{{"NE=9", "before"},
+                                                     {"OS=1", "UTF-8>GBK:OSS"},
+                                                     {"NE=2", "UTF-8>GBK:core-1"},
+                                                     {"NE=3", "UTF-8>GBK:"},
+                                                     {"", "UTF-8>GBK:nameless"}}));
+}
+
+TEST_F(ElementLabels, ReadingIsTraced) {
+  platform().rest.devices({json(R"({"nativeId":"NE=2","name":"a"})"),
+                           json(R"({"nativeId":"NE=2,FR=1","name":"b"})"),
+                           json(R"({"nativeId":"NE=2","name":"c"})")});
+  std::map<std::string, std::string> out;
+  EMFResMgrI::getAllNeResLabel(out);
+  const auto debug = [](const char* text) {
+    return FieldsAre("TaDebugWithPara", 3, "emfresinterface", "unknown", Gt(0), text);
+  };
+  EXPECT_THAT(platform().trace.lines(),
+              ElementsAre(FieldsAre("TaTrace", 0, "emfresinterface", "unknown", Gt(0),
+                                    "EMFResMgrI::getAllNeResLabel Entered!"),
+                          debug("EMFResMgrI::getResourceLabels  neDN = NE=2, neLabel = a"),
+                          debug("EMFResMgrI::getResourceLabels  neDN = NE=2, neLabel = c"),
+                          debug("getAllNeResLabel GetAllDevProperty size = 1")));
+}
+
+TEST_F(ElementLabels, FailedReadAddsNothing) {
+  platform().rest.devicesFail();
+  std::map<std::string, std::string> out = {{"NE=9", "before"}};
+  EXPECT_EQ(EMFResMgrI::getAllNeResLabel(out), 0);
+  EXPECT_EQ(out, (std::map<std::string, std::string>{{"NE=9", "before"}}));
+  EXPECT_EQ(platform().trace.texts().back(), "getAllNeResLabel GetAllDevProperty size = 0");
+}
+
+TEST_F(ElementLabels, MemberOfAWrongTypeReachesTheCaller) {
+  platform().rest.devices(
+      {json(R"({"nativeId":"NE=2","name":"a"})"), json(R"({"nativeId":["NE=3"],"name":"b"})")});
+  std::map<std::string, std::string> out;
+  EXPECT_THROW(EMFResMgrI::getAllNeResLabel(out), Json::LogicError);
+  EXPECT_EQ(out, (std::map<std::string, std::string>{{"NE=2", "a"}}));
+}
+
+}  // namespace
+}  // namespace emf::test
