@@ -196,10 +196,24 @@ TEST_F(VirtualTables, LogProxy) {
               ElementsAre(ElementsAreArray(operations)));
 }
 
-TEST_F(VirtualTables, RecordsHaveTheirDestructorAlone) {
+TEST_F(VirtualTables, AccessProductIsInitialisedByItsThirdPlace) {
+  const std::string own = "PRDU_ORMA::PrduResInfoConvert::";
+  const std::string destructor = own + "~PrduResInfoConvert";
+  EXPECT_THAT(tablesOf("PRDU_ORMA::PrduResInfoConvert"),
+              ElementsAre(ElementsAre(destructor, destructor, own + "Init")));
+}
+
+TEST_F(VirtualTables, ResourceRecordsHaveNone) {
   for (const std::string record :
-       {"Device", "Node", "SubMap", "DispLink", "UpdateDevice", "SimNode", "FaultRecord", "AlarmCfg",
-        "AlarmReason"}) {
+       {"ResTypeID", "ResourceDn", "Resource", "ResourceEightLoc", "LocationInfo_",
+        "MaintenanceInfo", "ResourceAttribute", "NbiResMainType"}) {
+    EXPECT_THAT(tablesOf(record), IsEmpty()) << record;
+  }
+}
+
+TEST_F(VirtualTables, RecordsHaveTheirDestructorAlone) {
+  for (const std::string record : {"Device", "Node", "SubMap", "DispLink", "UpdateDevice",
+                                   "SimNode", "FaultRecord", "AlarmCfg", "AlarmReason"}) {
     const std::string destructor = record + "::~" + record;
     EXPECT_THAT(tablesOf(record), ElementsAre(ElementsAre(destructor, destructor)));
   }
