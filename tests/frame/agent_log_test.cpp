@@ -242,7 +242,7 @@ TEST_F(AgentLog, FailedRotationReportsAndEndsTheProcessWithStatus0) {
 }
 
 TEST_F(AgentLog, NoTextIsAnAssertion) {
-  runWhole([this] {
+  runWhole([] {
     writeLog("before ");
     WriteLog(nullptr);
     writeLog("after");
