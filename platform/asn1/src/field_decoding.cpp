@@ -61,6 +61,11 @@ void skipContent(AsnBuf& buffer, unsigned int tag, unsigned long length) {
   }
 }
 
+// A list that finds no byte for a length takes it as 0 and only sets the flag.
+void checkList(const AsnBuf& buffer) {
+  if (buffer.readError()) failAsn(kAsnEndOfInput, __LINE__);
+}
+
 void decodeContent(const FieldPlan& field, void* value, AsnBuf& buffer, unsigned long length) {
   switch (field.type) {
     case FieldType::Integer:
@@ -81,6 +86,7 @@ void decodeContent(const FieldPlan& field, void* value, AsnBuf& buffer, unsigned
       unsigned long bytes = 0;
       static_cast<AsnListBase*>(value)->BDecContent(buffer, kAsnSequenceTag, length, bytes,
                                                     NIClass_EncodingFormat_BER);
+      checkList(buffer);
       return;
     }
   }
@@ -106,6 +112,7 @@ void decodeOwnList(const FieldPlan& field, AsnSequence* object, AsnBuf& buffer) 
   unsigned long bytes = 0;
   static_cast<AsnListBase*>(present(field, object))
       ->BDec(buffer, bytes, NIClass_EncodingFormat_BER);
+  checkList(buffer);
 }
 
 void decodeField(const FieldPlan& field, AsnSequence* object, AsnBuf& buffer) {

@@ -257,6 +257,21 @@ TEST(Sequence, EncodesAndDecodesItsContentAlone) {
   EXPECT_EQ(printed(read), "x: 1\ny: -1");
 }
 
+struct Listing : described::Sequence<Listing> {
+  static constexpr const char* kName = "Listing";
+  static void addAttributes(refl::CClassInfor& infor) {
+    described::addList<ElementList<AsnInt>>(infor, {"values", offsetof(Listing, values)});
+  }
+  ElementList<AsnInt> values;
+};
+
+// A list alone would take the missing length as 0 and set the buffer's flag.
+TEST(Sequence, ThatEndsInAListWithoutALengthIsAnError) {
+  Listing listing;
+  EXPECT_EQ(decode(listing, "30 01 30"), (Decoded{kAsnEndOfInput, 2, 0, true}));
+  EXPECT_EQ(decode(listing, "30 02 30 00"), all(4));
+}
+
 struct AcceptedCase {
   const char* what;
   const char* hex;
