@@ -67,6 +67,7 @@ class Arguments {
   std::size_t count() const { return texts_.size(); }
 
   const std::string& text(std::size_t i) const { return texts_.at(i); }
+  const std::vector<std::string>& texts() const { return texts_; }
 
   // An option of the command: the value that was given, else its default.
   const std::string& option(const std::string& name) const { return options_.at(name); }

@@ -21,6 +21,7 @@ enum class Presence {
   kRequired,
   kOptional,   // none of the parameters behind it is required
   kOneOrMore,  // the last parameter: takes the rest of the words
+  kAnyNumber,  // the same, and there may be none
 };
 
 struct Parameter {

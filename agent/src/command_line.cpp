@@ -81,6 +81,10 @@ std::optional<Format> findFormat(const std::string& word) {
   return std::nullopt;
 }
 
+bool takesTheRest(const Parameter& parameter) {
+  return parameter.presence == Presence::kOneOrMore || parameter.presence == Presence::kAnyNumber;
+}
+
 CLI::Validator validatorOf(ArgumentType type) {
   return CLI::Validator(
       [type](std::string& text) -> std::string {
@@ -147,10 +151,12 @@ void Reader::addQuery(const Command& command) {
 }
 
 void Reader::addParameter(CLI::App& sub, const Parameter& parameter, int i) {
-  CLI::Option* const added = parameter.presence == Presence::kOneOrMore
+  CLI::Option* const added = takesTheRest(parameter)
                                  ? sub.add_option(parameter.name, rest_, parameter.help)
                                  : sub.add_option(parameter.name, values_[i], parameter.help);
-  added->required(parameter.presence != Presence::kOptional)
+  added
+      ->required(parameter.presence == Presence::kRequired ||
+                 parameter.presence == Presence::kOneOrMore)
       ->check(validatorOf(parameter.type))
       ->type_name("");
 }
@@ -177,8 +183,8 @@ Arguments Reader::argumentsOf(const Command& command) const {
   std::vector<std::string> texts;
   for (int i = 0; i < Command::kMaxParameters && command.parameters[i].name != nullptr; ++i) {
     const Parameter& parameter = command.parameters[i];
-    const bool single = parameter.presence != Presence::kOneOrMore;
-    if (single && selected_->count(parameter.name) > 0) texts.push_back(values_[i]);
+    if (!takesTheRest(parameter) && selected_->count(parameter.name) > 0)
+      texts.push_back(values_[i]);
   }
   texts.insert(texts.end(), rest_.begin(), rest_.end());
   Arguments::Options options;

@@ -10,7 +10,7 @@ using Type = ArgumentType;
 constexpr CommandGroup kGroups[] = {
     {"topo", "Devices, nodes, submaps and links of the network"},
     {"cache", "Devices from the plug-in's cache, which one lookup fills"},
-    {"res", "Names of resources"},
+    {"res", "Resources: names, labels, contents, places, types"},
     {"db", "The configured database, read only"},
     {"config", "The configuration file"},
 };
@@ -35,6 +35,29 @@ constexpr char kNoSubnetName[] =
     "a device without a subnet name: unknown, no origin element, or not read yet (--wait SECONDS)";
 
 constexpr char kRowsCut[] = "reading ended early, for the reason above: there may be more rows";
+
+constexpr char kNoLabels[] =
+    "no labels: there are no such resources, or they could not be read; in that case the log above "
+    "says why";
+constexpr char kNotRead[] = "not all could be read; the log above says why";
+constexpr char kNoContents[] = "no resources: the element is unknown or contains none of that type";
+constexpr char kNoElement[] =
+    "no such element, or it could not be read; in that case the log above says why";
+constexpr char kNoResource[] = "no such resource, or it could not be read";
+constexpr char kNoAccessTypes[] =
+    "no types: the installation (installation.root) has no devicetype.cfg, or it lists none";
+
+constexpr Parameter kIid = {"IID", Type::kInt64, "compatible id of the resource"};
+
+constexpr Option kFrom = {"--from",        "FILE",
+                          Type::kNonEmpty, "a file with one name a line; - for standard input",
+                          nullptr,         true};
+constexpr Option kMainTypeOption = {"--main-type", "N", Type::kInt64,
+                                    "3 frame, 4 slot, 5 slot of a daughter card, 6 port, 20 card, "
+                                    "21 daughter card"};
+constexpr Option kSubTypeOption = {"--sub-type", "N",
+                                   Type::kInt64, "only of that sub type, wherever in the element",
+                                   nullptr,      true};
 
 constexpr Option kWait = {"--wait", "SECONDS", Type::kSeconds,
                           "how long to wait for the first reading of the subnet names", "5"};
@@ -176,6 +199,84 @@ constexpr Command kCommands[] = {
      resFdn,
      {{"ID", Type::kUint32, "device id"}},
      kNoName},
+    {"res labels",
+     "Label and type of resources, grouped by kind",
+     "NE=12 NE=12,FR=1 --from names.txt",
+     ResultRule::kZeroSucceeds,
+     resLabels,
+     {{"DN", Type::kNonEmpty, "names of resources", Presence::kAnyNumber}},
+     nullptr,
+     kNoLabels,
+     {kFrom}},
+    {"res ne-labels",
+     "The label of every network element",
+     "",
+     ResultRule::kZeroSucceeds,
+     resNeLabels,
+     {},
+     nullptr,
+     kNoLabels},
+    {"res elements", "Every network element, the management system first", "",
+     ResultRule::kZeroSucceeds, resElements},
+    {"res contained",
+     "What a network element contains, of one type",
+     "12 --main-type 6",
+     ResultRule::kZeroSucceeds,
+     resContained,
+     {{"ID", Type::kInt64, "resource ids from the element down", Presence::kOneOrMore}},
+     kNotRead,
+     kNoContents,
+     {kMainTypeOption, kSubTypeOption}},
+    {"res tree",
+     "A network element with everything below it",
+     "12",
+     ResultRule::kZeroSucceeds,
+     resTree,
+     {{"NE", Type::kInt64, "resource id of the element"}},
+     kNotRead,
+     kNoElement},
+    {"res access-labels",
+     "Labels of access network resources",
+     "NE=12,FR=1,S=2,CP=1",
+     ResultRule::kZeroSucceeds,
+     resAccessLabels,
+     {{"FDN", Type::kNonEmpty, "names of frames, cards and ports", Presence::kOneOrMore}}},
+    {"res location",
+     "Where a resource stands",
+     "1152921504606846988",
+     ResultRule::kZeroSucceeds,
+     resLocation,
+     {kIid},
+     kNoResource},
+    {"res maintenance",
+     "Who keeps a resource",
+     "1152921504606846988",
+     ResultRule::kZeroSucceeds,
+     resMaintenance,
+     {kIid},
+     kNoResource},
+    {"res attributes",
+     "The stored attributes of a resource, from the database",
+     "1152921504606846988",
+     ResultRule::kZeroSucceeds,
+     resAttributes,
+     {kIid},
+     kNoResource},
+    {"res main-types",
+     "The main types of resources",
+     "",
+     ResultRule::kZeroSucceeds,
+     resMainTypes,
+     {},
+     kNotRead},
+    {"res access-types",
+     "The device types that count as access network elements",
+     "",
+     ResultRule::kZeroSucceeds,
+     resAccessTypes,
+     {},
+     nullptr,
+     kNoAccessTypes},
     {"db query",
      "The rows that an SQL statement gives; one that writes is refused by the database",
      "'SELECT name FROM device WHERE dev_id = :id' --param 12",

@@ -30,6 +30,17 @@ Answer dbQuery(const Arguments& arguments);
 Answer cacheDevice(const Arguments& arguments);
 Answer cacheName(const Arguments& arguments);
 Answer resFdn(const Arguments& arguments);
+Answer resLabels(const Arguments& arguments);  // throws HostFailure without names
+Answer resNeLabels(const Arguments& arguments);
+Answer resElements(const Arguments& arguments);
+Answer resContained(const Arguments& arguments);
+Answer resTree(const Arguments& arguments);
+Answer resAccessLabels(const Arguments& arguments);
+Answer resLocation(const Arguments& arguments);
+Answer resMaintenance(const Arguments& arguments);
+Answer resAttributes(const Arguments& arguments);
+Answer resMainTypes(const Arguments& arguments);
+Answer resAccessTypes(const Arguments& arguments);
 // Throws ServiceMissing when no service offers error texts.
 Answer errorText(const Arguments& arguments);
 
