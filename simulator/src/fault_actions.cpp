@@ -106,6 +106,12 @@ bool actBeforeAnswer(const Fault& fault, Connection& connection, httplib::Respon
     case FaultAction::ReplaceKey:
     case FaultAction::Repeat:
     case FaultAction::ExpireCursors:
+    case FaultAction::Error:
+    case FaultAction::Reject:
+    case FaultAction::Empty:
+    case FaultAction::Bare:
+    case FaultAction::WrongOrder:
+    case FaultAction::OtherCommand:
       return false;
   }
   return false;

@@ -15,25 +15,36 @@ namespace {
 constexpr std::size_t kScriptLimitBytes = 1u << 20;
 constexpr double kMaxStallSeconds = 3600;
 
-// What each action's rule carries besides path, requests and action.
+// Where an action can be had.
+constexpr unsigned kRest = 1;
+constexpr unsigned kFaultServer = 2;
+
+// What each action's rule carries besides path, requests, action and, for the fault server, frame.
 struct ActionWord {
   const char* word;
   FaultAction action;
   const char* members[2];  // null: none
   bool required;
+  unsigned where;
 };
 
 constexpr ActionWord kActions[] = {
-    {"refuse", FaultAction::Refuse, {}, false},
-    {"stall", FaultAction::Stall, {"seconds"}, false},
-    {"cut", FaultAction::Cut, {}, false},
-    {"garbage", FaultAction::Garbage, {}, false},
-    {"wrongType", FaultAction::WrongType, {"key"}, true},
-    {"removeKey", FaultAction::RemoveKey, {"key"}, true},
-    {"replaceKey", FaultAction::ReplaceKey, {"key", "value"}, true},
-    {"status", FaultAction::Status, {"status"}, true},
-    {"repeat", FaultAction::Repeat, {}, false},
-    {"expireCursors", FaultAction::ExpireCursors, {}, false},
+    {"refuse", FaultAction::Refuse, {}, false, kRest | kFaultServer},
+    {"stall", FaultAction::Stall, {"seconds"}, false, kRest | kFaultServer},
+    {"cut", FaultAction::Cut, {}, false, kRest | kFaultServer},
+    {"garbage", FaultAction::Garbage, {}, false, kRest | kFaultServer},
+    {"wrongType", FaultAction::WrongType, {"key"}, true, kRest},
+    {"removeKey", FaultAction::RemoveKey, {"key"}, true, kRest},
+    {"replaceKey", FaultAction::ReplaceKey, {"key", "value"}, true, kRest},
+    {"status", FaultAction::Status, {"status"}, true, kRest},
+    {"repeat", FaultAction::Repeat, {}, false, kRest | kFaultServer},
+    {"expireCursors", FaultAction::ExpireCursors, {}, false, kRest},
+    {"error", FaultAction::Error, {"code"}, true, kFaultServer},
+    {"reject", FaultAction::Reject, {"code"}, true, kFaultServer},
+    {"empty", FaultAction::Empty, {}, false, kFaultServer},
+    {"bare", FaultAction::Bare, {}, false, kFaultServer},
+    {"wrongOrder", FaultAction::WrongOrder, {}, false, kFaultServer},
+    {"otherCommand", FaultAction::OtherCommand, {}, false, kFaultServer},
 };
 
 bool carries(const ActionWord& action, const std::string& member) {
@@ -41,9 +52,10 @@ bool carries(const ActionWord& action, const std::string& member) {
                      [&member](const char* known) { return known != nullptr && member == known; });
 }
 
-std::string actionWords() {
+std::string actionWords(unsigned where) {
   std::string text;
   for (const ActionWord& action : kActions) {
+    if ((action.where & where) == 0) continue;
     text += (text.empty() ? "" : ", ") + std::string(action.word);
   }
   return text;
@@ -67,7 +79,9 @@ class RuleReader {
     if (std::find(servedPaths.begin(), servedPaths.end(), fault_.path) == servedPaths.end()) {
       fail("\"path\" is no service; there are " + joined(servedPaths));
     }
+    where_ = fault_.path == kFaultServerPath ? kFaultServer : kRest;
     readRequests();
+    if (where_ == kFaultServer) readFrame();
     const ActionWord& action = readAction();
     refuseOthers(action);
     readMembers(action);
@@ -78,11 +92,11 @@ class RuleReader {
   const ActionWord& readAction() {
     const std::string word = text("action");
     for (const ActionWord& action : kActions) {
-      if (word != action.word) continue;
+      if (word != action.word || (action.where & where_) == 0) continue;
       fault_.action = action.action;
       return action;
     }
-    fail("\"action\" is none of " + actionWords());
+    fail("\"action\" is none of " + actionWords(where_));
   }
 
   void readRequests() {
@@ -97,6 +111,16 @@ class RuleReader {
     }
   }
 
+  void readFrame() {
+    const Json::Value& frame = rule_["frame"];
+    if (frame.isNull()) return;
+    const bool every = frame == "all";
+    if (!every && (!frame.isUInt64() || frame.asUInt64() == 0)) {
+      fail("\"frame\" is neither \"all\" nor a number from 1");
+    }
+    fault_.frame = every ? 0 : frame.asUInt64();
+  }
+
   std::uint64_t count(const Json::Value& number) const {
     if (!number.isUInt64() || number.asUInt64() == 0) failRequests();
     return number.asUInt64();
@@ -104,8 +128,8 @@ class RuleReader {
 
   void refuseOthers(const ActionWord& action) const {
     for (const std::string& name : rule_.getMemberNames()) {
-      const bool known =
-          name == "path" || name == "requests" || name == "action" || carries(action, name);
+      const bool known = name == "path" || name == "requests" || name == "action" ||
+                         (where_ == kFaultServer && name == "frame") || carries(action, name);
       if (!known) fail("\"" + name + "\" has no meaning for action " + action.word);
     }
   }
@@ -137,6 +161,11 @@ class RuleReader {
         }
         fault_.status = value.asInt();
         return;
+      case FaultAction::Error:
+      case FaultAction::Reject:
+        if (!value.isUInt() || value.asUInt() == 0) fail("\"code\" is not a number from 1");
+        fault_.code = value.asUInt();
+        return;
       default:
         if (!value.isNumeric() || !(value.asDouble() > 0) || value.asDouble() > kMaxStallSeconds) {
           fail("\"seconds\" is not a number above 0 and up to 3600");
@@ -160,6 +189,7 @@ class RuleReader {
 
   std::string place_;
   const Json::Value& rule_;
+  unsigned where_ = kRest;
   Fault fault_;
 };
 

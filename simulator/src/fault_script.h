@@ -30,7 +30,14 @@ enum class FaultAction {
   ReplaceKey,    // give a member another value
   Status,        // answer with a status
   Repeat,        // give the answer before once more
-  ExpireCursors  // end all walks, then answer
+  ExpireCursors,  // end all walks, then answer
+  // Of the fault server only:
+  Error,        // put an error code into a reply
+  Reject,       // end the exchange with an error code
+  Empty,        // leave the items of a reply out
+  Bare,         // leave the optional fields of its items out
+  WrongOrder,   // number a frame wrongly
+  OtherCommand  // answer another command
 };
 
 struct Fault {
@@ -41,8 +48,13 @@ struct Fault {
   int status = 0;                                 // Status
   std::string key;                                // WrongType, RemoveKey, ReplaceKey
   Json::Value value;                              // ReplaceKey
+  std::uint32_t code = 0;                         // Error, Reject
+  std::uint64_t frame = 1;                        // of the fault server's reply; 0: every one
   std::optional<std::chrono::milliseconds> time;  // Stall; none: until the connection ends
 };
+
+// The path of the fault server's commands in a script.
+constexpr char kFaultServerPath[] = "fault-server";
 
 class FaultScript {
  public:

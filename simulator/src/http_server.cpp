@@ -1,20 +1,15 @@
 #include "http_server.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstring>
 #include <utility>
 
-#include "error.h"
+#include "listener.h"
 
 namespace ormasim {
 namespace {
 
-constexpr int kBacklog = 128;
 constexpr auto kIdleTimeout = std::chrono::milliseconds(60000);
 constexpr std::size_t kBodyLimitBytes = 16u << 20;
 // Told to the client only; the loop counts nothing.
@@ -39,36 +34,6 @@ class CountingPool : public httplib::TaskQueue {
   httplib::ThreadPool pool_;
   std::atomic<std::size_t>& waiting_;
 };
-
-[[noreturn]] void failToListen(int socket, int port) {
-  const int reason = errno;
-  if (socket >= 0) ::close(socket);
-  throw SimError("cannot listen on 127.0.0.1:" + std::to_string(port) + ": " +
-                 std::strerror(reason) + "; give another port, or 0 for a free one");
-}
-
-// The library's own way of listening shares a port that is in use with its user.
-int listenOnLoopback(int port) {
-  const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  const int on = 1;
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(static_cast<std::uint16_t>(port));
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  if (socket < 0 || ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on) != 0 ||
-      ::bind(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
-      ::listen(socket, kBacklog) != 0) {
-    failToListen(socket, port);
-  }
-  return socket;
-}
-
-int portOf(int socket) {
-  sockaddr_in address{};
-  socklen_t length = sizeof address;
-  ::getsockname(socket, reinterpret_cast<sockaddr*>(&address), &length);
-  return ntohs(address.sin_port);
-}
 
 }  // namespace
 
@@ -119,7 +84,7 @@ int HttpServer::start(int port) {
   prepareLibrary();
   // From here on the system takes connections; the thread picks them up.
   acceptor_ = std::thread([this] { listen_after_bind(); });
-  return portOf(listener_);
+  return portOfListener(listener_);
 }
 
 void HttpServer::stop() {

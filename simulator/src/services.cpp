@@ -19,6 +19,9 @@ constexpr Service kServices[] = {
     {"/rest/resource/v3/instances/objects/FixedNetworkElement", "GET", answerElementsByParameters},
     {"/rest/resource/v3/instances/objects/FixedNetworkFrame/actions/query", "POST", answerFrames},
     {"/rest/resource/v3/instances/objects/FixedNetworkCard/actions/query", "POST", answerCards},
+    {"/rest/fault/v1/alarm-definitions", "POST", answerAlarmDefinitions},
+    {"/rest/fault/v1/alarm-reasons", "POST", answerAlarmReasons},
+    {"/rest/fault/v1/redefined-alarms", "POST", answerRedefinedAlarms},
 };
 
 }  // namespace

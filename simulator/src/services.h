@@ -30,6 +30,9 @@ std::vector<const Service*> servicesAt(const std::string& path);
 std::vector<std::string> servicePaths();
 
 // The services themselves.
+std::string answerAlarmDefinitions(const httplib::Request& request, Inventory& inventory);
+std::string answerAlarmReasons(const httplib::Request& request, Inventory& inventory);
+std::string answerRedefinedAlarms(const httplib::Request& request, Inventory& inventory);
 std::string answerDevProperties(const httplib::Request& request, Inventory& inventory);
 std::string answerTsNodes(const httplib::Request& request, Inventory& inventory);
 std::string answerSubnetView(const httplib::Request& request, Inventory& inventory);

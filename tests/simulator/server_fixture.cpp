@@ -6,11 +6,17 @@
 #include "services.h"
 
 namespace ormasim::testing {
+namespace {
+
+// As many elements as the tests ask about: a shelf takes a millisecond to make.
+constexpr std::uint64_t kEquipped = 30;
+
+}  // namespace
 
 void ServerTest::serveNetwork(std::uint64_t elements, std::size_t threads) {
   if (settings_.databaseFile.empty()) {
     settings_.databaseFile = directory_.path("net.db");
-    generateFile(settings_.databaseFile, {elements, 7}, false);
+    generateFile(settings_.databaseFile, {elements, 7, kEquipped}, false);
   }
   handler_ = std::make_unique<RestHandler>(std::move(settings_));
   server_ = std::make_unique<HttpServer>(*handler_, threads);

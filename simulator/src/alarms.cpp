@@ -1,0 +1,137 @@
+#include "alarms.h"
+
+#include <chrono>
+#include <iterator>
+
+#include "alarm_tables.h"
+#include "error.h"
+#include "progress.h"
+
+namespace ormasim {
+namespace {
+
+// 2026-01-01T00:00:00Z, and the year before it.
+constexpr std::int64_t kGeneratedBefore = 1'767'225'600;
+constexpr std::int64_t kGeneratedOver = 365 * 86'400;
+constexpr std::uint64_t kElementsOfAnAlarm = 4;
+// Of 100 alarms, those that somebody has acknowledged, those that name no resource, and those of a
+// frame or a port of the device.
+constexpr std::uint32_t kAcknowledged = 20;
+constexpr std::uint32_t kWithoutResource = 5;
+constexpr std::uint32_t kInTheDevice = 60;
+constexpr std::int64_t kAcknowledgedAfter = 300;
+
+// Keeps a network's alarms apart from the network itself.
+constexpr std::uint64_t kSeedStep = 0x9E6C63D0876A9A35u;
+
+std::int64_t numberFrom(Database& database, const char* sql) {
+  Statement number(database, sql);
+  return number.step() ? number.integer(0) : 0;
+}
+
+}  // namespace
+
+AlarmRaiser::AlarmRaiser(Database& database, std::uint64_t seed)
+    : database_(database),
+      random_(seed),
+      insert_(database, "INSERT INTO alarm VALUES (?,?,?,?,?,?,?,?,?,?,?,?)"),
+      serial_(numberFrom(database, "SELECT max(serial_no) FROM alarm")) {
+  readDevices();
+  readDefinitions();
+}
+
+void AlarmRaiser::readDevices() {
+  Statement row(database_, "SELECT dev_id, main_type FROM device ORDER BY dev_id");
+  while (row.step()) devices_.push_back({row.integer(0), row.integer(1)});
+}
+
+void AlarmRaiser::readDefinitions() {
+  definitions_.resize(kLastAlarmGroup + 1);
+  Statement row(database_,
+                "SELECT group_id, alarm_id, severity, (SELECT count(*) FROM alarm_reason r WHERE "
+                "r.group_id = d.group_id AND r.alarm_id = d.alarm_id) FROM alarm_definition d "
+                "WHERE group_id BETWEEN ? AND ? ORDER BY seq");
+  row.bindAll(kFirstAlarmGroup, kLastAlarmGroup);
+  while (row.step()) {
+    definitions_[static_cast<std::size_t>(row.integer(0))].push_back(
+        {row.integer(1), row.integer(2), row.integer(3)});
+  }
+}
+
+void AlarmRaiser::chooseDevice(std::int64_t id) {
+  for (const Device& device : devices_) {
+    if (device.id != id) continue;
+    devices_ = {device};
+    return;
+  }
+  throw SimError("there is no device " + std::to_string(id) + " in " + database_.file() +
+                 "; its ids stand in table device");
+}
+
+void AlarmRaiser::raise(std::int64_t time) {
+  if (devices_.empty()) return;
+  const Device device = devices_[random_.below(static_cast<std::uint32_t>(devices_.size()))];
+  const bool known = device.group >= kFirstAlarmGroup && device.group <= kLastAlarmGroup;
+  const std::int64_t group = known ? device.group : kFirstAlarmGroup;
+  const auto& choice = definitions_[static_cast<std::size_t>(group)];
+  if (choice.empty()) throw SimError(database_.file() + " has no catalogue of alarms");
+  const Definition& definition = choice[random_.below(static_cast<std::uint32_t>(choice.size()))];
+  const std::int64_t reason = 1 + random_.below(static_cast<std::uint32_t>(definition.reasons));
+  const bool acknowledged = random_.percent(kAcknowledged);
+  const char* const by = random_.pick(kOperators);
+  const std::string resource = resourceOf(device);
+  const std::string parameters = parametersFor();
+  const std::string location = "shelf " + std::to_string(random_.below(4));
+  insert_.run(++serial_, device.id, group, definition.alarmId, reason, definition.severity, time,
+              acknowledged ? time + kAcknowledgedAfter : std::int64_t{0},
+              std::string_view(acknowledged ? by : ""), resource, parameters, location);
+}
+
+std::string AlarmRaiser::resourceOf(const Device& device) {
+  const std::uint32_t kind = random_.below(100);
+  const std::uint32_t frame = random_.below(4);
+  const std::uint32_t slot = 1 + random_.below(16);
+  const std::uint32_t port = random_.below(24);
+  if (kind < kWithoutResource) return "";
+  std::string name = "NE=" + std::to_string(device.id);
+  if (kind >= kInTheDevice) {
+    name += ",FR=" + std::to_string(frame) + ",S=" + std::to_string(slot);
+    name += ",PP=" + std::to_string(port);
+  }
+  return name;
+}
+
+std::string AlarmRaiser::parametersFor() {
+  std::string parameters = "threshold=" + std::to_string(random_.below(100));
+  return parameters + " value=" + std::to_string(random_.below(1000));
+}
+
+std::uint64_t usualAlarms(std::uint64_t elements) { return elements / kElementsOfAnAlarm; }
+
+void generateAlarms(Database& database, std::uint64_t count, std::uint64_t seed) {
+  AlarmRaiser raiser(database, seed ^ kSeedStep);
+  if (raiser.devices() == 0) return;
+  Progress progress("Raising", count);
+  for (std::uint64_t n = 0; n < count; ++n) {
+    const auto before = static_cast<std::int64_t>((count - n) * kGeneratedOver / (count + 1));
+    raiser.raise(kGeneratedBefore - before);
+    progress.advance();
+  }
+}
+
+void raiseAlarms(const std::string& databaseFile, const RaiseOptions& options) {
+  Database database(databaseFile, Database::Mode::ReadWrite);
+  database.requireInventory();
+  Transaction transaction(database, "BEGIN IMMEDIATE");
+  // Each time other alarms, the same after the same history.
+  const auto seed = static_cast<std::uint64_t>(numberFrom(database, "SELECT count(*) FROM alarm"));
+  AlarmRaiser raiser(database, seed);
+  if (raiser.devices() == 0) throw SimError("there are no devices in " + databaseFile);
+  if (options.device) raiser.chooseDevice(*options.device);
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  const std::int64_t seconds = std::chrono::duration_cast<std::chrono::seconds>(now).count();
+  for (std::uint64_t n = 0; n < options.count; ++n) raiser.raise(seconds);
+  transaction.commit();
+}
+
+}  // namespace ormasim
