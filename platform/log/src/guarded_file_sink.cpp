@@ -52,7 +52,7 @@ GuardedFileSink::GuardedFileSink(std::string file, std::size_t maxFileBytes, std
 
 void GuardedFileSink::sink_it_(const spdlog::details::log_msg& message) {
   try {
-    if (!file_ && !reopen()) {
+    if (!file_ && !openAgain()) {
       ++lost_;
       return;
     }
@@ -70,7 +70,21 @@ void GuardedFileSink::flush_() {
   }
 }
 
-bool GuardedFileSink::reopen() {
+std::string GuardedFileSink::reopen() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  std::string fault = openFault(fileName_);
+  if (fault.empty()) {
+    try {
+      file_ = openRotating(fileName_, maxFileBytes_, maxFiles_);
+    } catch (const std::exception& failure) {
+      fault = failure.what();
+    }
+  }
+  if (fault.empty()) return fault;
+  return "cannot open the log file \"" + fileName_ + "\" anew: " + fault;
+}
+
+bool GuardedFileSink::openAgain() {
   if (!openFault(fileName_).empty()) return false;
   file_ = openRotating(fileName_, maxFileBytes_, maxFiles_);
   return true;

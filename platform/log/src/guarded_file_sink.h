@@ -23,12 +23,16 @@ class GuardedFileSink : public spdlog::sinks::base_sink<std::mutex> {
  public:
   GuardedFileSink(std::string file, std::size_t maxFileBytes, std::size_t maxFiles, LineForm form);
 
+  // Opens the file by its name anew, for when someone else has renamed it; no line gets lost. Why
+  // it cannot be opened, in words: then the lines go on where they went. Empty when all went well.
+  std::string reopen();
+
  protected:
   void sink_it_(const spdlog::details::log_msg& message) override;
   void flush_() override;
 
  private:
-  bool reopen();
+  bool openAgain();
   void writeLine(const spdlog::details::log_msg& message);
   void writeLossNote();
   void fail(const char* reason);

@@ -3,7 +3,9 @@
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/sinks/syslog_sink.h>
 
+#include "journal_sink.h"
 #include "orma/bundle/configuration.h"
+#include "orma/log/journal.h"
 
 namespace orma {
 
@@ -16,7 +18,14 @@ std::shared_ptr<spdlog::sinks::sink> syslogSink() {
   return *sink;
 }
 
-// Only syslog looks at it, for its priority.
+std::shared_ptr<spdlog::sinks::sink> standardErrorSink() {
+  if (standardErrorIsJournal()) return std::make_shared<JournalSink>();
+  auto sink = std::make_shared<spdlog::sinks::stderr_sink_mt>();
+  sink->set_pattern("%v");
+  return sink;
+}
+
+// Only syslog and the journal look at it, for their priority.
 spdlog::level::level_enum spdlogLevel(const std::optional<int>& level) {
   if (!level || *level > 1) return spdlog::level::debug;
   return *level == 1 ? spdlog::level::info : spdlog::level::err;
@@ -27,14 +36,12 @@ spdlog::level::level_enum spdlogLevel(const std::optional<int>& level) {
 LogOutput::LogOutput(const Configuration& configuration)
     : form_(configuration.text("log.format") == "json" ? jsonLine : textLine) {
   if (const std::string file = configuration.path("log.file"); !file.empty()) {
-    sinks_.push_back(std::make_shared<GuardedFileSink>(
+    file_ = std::make_shared<GuardedFileSink>(
         file, static_cast<std::size_t>(configuration.integer("log.maxFileBytes")),
-        static_cast<std::size_t>(configuration.integer("log.maxFiles")), form_));
+        static_cast<std::size_t>(configuration.integer("log.maxFiles")), form_);
+    sinks_.push_back(file_);
   }
-  if (configuration.boolean("log.stderr")) {
-    sinks_.push_back(std::make_shared<spdlog::sinks::stderr_sink_mt>());
-    sinks_.back()->set_pattern("%v");
-  }
+  if (configuration.boolean("log.stderr")) sinks_.push_back(standardErrorSink());
   if (configuration.boolean("log.syslog")) sinks_.push_back(syslogSink());
 }
 
@@ -47,6 +54,8 @@ void LogOutput::write(const LogMessage& message) noexcept {
     // A message that cannot be written is dropped.
   }
 }
+
+std::string LogOutput::reopen() { return file_ ? file_->reopen() : std::string(); }
 
 void LogOutput::flush() noexcept {
   try {

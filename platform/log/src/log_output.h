@@ -6,6 +6,7 @@
 #include <spdlog/sinks/sink.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "guarded_file_sink.h"
@@ -22,9 +23,12 @@ class LogOutput {
 
   void write(const LogMessage& message) noexcept;
   void flush() noexcept;
+  // Opens the file anew, if there is one. Why it cannot be opened, in words.
+  std::string reopen();
 
  private:
   LineForm form_;
+  std::shared_ptr<GuardedFileSink> file_;  // null: none; one of the sinks otherwise
   std::vector<std::shared_ptr<spdlog::sinks::sink>> sinks_;
 };
 

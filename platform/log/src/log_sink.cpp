@@ -36,6 +36,8 @@ void configureLog(const Configuration& configuration) {
   threshold.store(static_cast<int>(configuration.integer("log.level")), std::memory_order_relaxed);
 }
 
+std::string reopenLog() { return std::atomic_load(&installedOutput())->reopen(); }
+
 void flushLog() { std::atomic_load(&installedOutput())->flush(); }
 
 bool logEnabled(int level) noexcept { return level <= threshold.load(std::memory_order_relaxed); }

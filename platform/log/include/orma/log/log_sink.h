@@ -19,6 +19,11 @@ ORMA_API void configureLog(const Configuration& configuration);
 // Waits until everything written so far has reached the files.
 ORMA_API void flushLog();
 
+// Opens the log file anew by its name, as a program that has renamed it expects; no message gets
+// lost. Why it cannot be opened, in words: the messages then go on into the file that is open.
+// Empty when all went well, and when there is no log file.
+ORMA_API std::string reopenLog();
+
 // Whether a message of this level would be written now.
 ORMA_API bool logEnabled(int level) noexcept;
 
