@@ -9,6 +9,7 @@
 #include "rwlockguard.h"
 #include "submapbufmgr.h"
 #include "subnetlinks.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -81,18 +82,24 @@ Nimbola::RestReq nodeRequest(std::initializer_list<std::string> classes) {
 }  // namespace
 
 void SubmapBufMgr::QuerySubnetAndNodesInfo() {
+  emf::WatchedCall call(kEmfSubnetRefresh);
   try {
     std::vector<Json::Value> nodes;
     std::vector<Json::Value> subnets;
-    // Meant so: the results are not looked at, and the maps mirror whatever came.
-    QueryNodesByClass({"ne", "container"}, nodes);
-    QueryNodesByClass({"subnet"}, subnets);
+    // Meant so: the maps mirror whatever came. The results matter to a host that watches.
+    if (!QueryNodesByClass({"ne", "container"}, nodes)) call.fail();
+    if (!QueryNodesByClass({"subnet"}, subnets)) call.fail();
     refreshSubnetNameLink(subnets);
     refreshDeviceSubnetNameLink(nodes);
+    // No other thread changes the maps.
+    emf::tellCacheFilled("subnets", m_subnetLink.size());
+    emf::tellCacheFilled("subnet_names", m_devSubnetLink.size());
   } catch (const ProcessException& failure) {
+    call.fail();
     EMF_TRACE(kSourceName,
               TaTrace("QuerySubnetAndNodesInfo processException,errCode = %d", failure.errCode));
   } catch (...) {
+    call.fail();
     EMF_TRACE(kSourceName, TaTrace("QuerySubnetAndNodesInfo Catch unknown exception"));
   }
 }

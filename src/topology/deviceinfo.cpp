@@ -6,6 +6,7 @@
 #include "emftopointerface.h"
 #include "rwlockguard.h"
 #include "singleton.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -63,10 +64,12 @@ int DeviceInfo::setDeviceMap() {
     const long id = device.id;
     fresh.emplace_hint(fresh.end(), id, std::move(device));
   }
+  const std::size_t entries = fresh.size();
   {
     emf::WriteGuard guard(rwLock);
     deviceMap.swap(fresh);
   }
+  emf::tellCacheFilled("devices", entries);
   logText(kSetOuting, __LINE__);
   return 1;
 }
