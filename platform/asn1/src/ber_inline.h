@@ -55,8 +55,8 @@ int readLongInteger(AsnBuf& buffer, unsigned long length);
 inline int readInteger(AsnBuf& buffer, unsigned long length) {
   if (length - 1 > 3 || length > buffer.remaining()) return readLongInteger(buffer, length);
   const unsigned char* byte = buffer.position();
-  auto value = static_cast<unsigned int>(static_cast<signed char>(*byte));
-  for (unsigned long i = 1; i < length; ++i) value = value << 8 | byte[i];
+  unsigned int value = 0U - (*byte >> 7);  // all bits are the sign
+  for (unsigned long i = 0; i < length; ++i) value = value << 8 | byte[i];
   buffer.skip(length);
   return static_cast<int>(value);
 }
@@ -64,14 +64,14 @@ inline int readInteger(AsnBuf& buffer, unsigned long length) {
 // Writes an INTEGER's content of minimal length and gives its number of bytes.
 inline unsigned long writeInteger(AsnBuf& buffer, int value) {
   unsigned long count = 0;
-  // What is left is nothing but the sign when it is the sign of the byte written last.
   int byte = 0;
   do {
-    byte = static_cast<signed char>(value);
+    byte = value & 0xFF;
     buffer.putByte(static_cast<unsigned char>(byte));
     value >>= 8;
     ++count;
-  } while (value != byte >> 8);
+    // What is left is nothing but the sign when it is the sign of the byte written last.
+  } while (value != -(byte >> 7));
   return count;
 }
 
