@@ -137,3 +137,52 @@ CREATE TABLE device_keeper (
   keeper_id INTEGER NOT NULL REFERENCES keeper (keeper_id),
   PRIMARY KEY (dev_id, seq)
 );
+
+-- The catalogue of alarms: what can be raised. seq counts from 0 without gaps.
+CREATE TABLE alarm_definition (
+  seq           INTEGER PRIMARY KEY,
+  group_id      INTEGER NOT NULL,    -- the main type of the devices that raise it
+  alarm_id      INTEGER NOT NULL,
+  event_type    INTEGER NOT NULL,    -- 1 to 5
+  function_type INTEGER NOT NULL,    -- 1 to 10
+  severity      INTEGER NOT NULL,    -- 1 critical to 4 warning
+  name          TEXT NOT NULL,
+  description   TEXT NOT NULL,
+  UNIQUE (group_id, alarm_id)
+);
+CREATE TABLE alarm_reason (
+  seq           INTEGER PRIMARY KEY,
+  group_id      INTEGER NOT NULL,
+  alarm_id      INTEGER NOT NULL,
+  reason_id     INTEGER NOT NULL,
+  causes        TEXT NOT NULL,
+  repair_action TEXT NOT NULL,
+  UNIQUE (group_id, alarm_id, reason_id)
+);
+
+-- Alarms that an operator has given another severity.
+CREATE TABLE redefined_alarm (
+  seq          INTEGER PRIMARY KEY,
+  group_id     INTEGER NOT NULL,
+  alarm_id     INTEGER NOT NULL,
+  new_severity INTEGER NOT NULL,
+  old_severity INTEGER NOT NULL,
+  name         TEXT NOT NULL,
+  UNIQUE (group_id, alarm_id)
+);
+
+-- The current alarms, in the order in which they were raised.
+CREATE TABLE alarm (
+  serial_no BIGINT PRIMARY KEY,      -- from 1
+  dev_id    BIGINT NOT NULL REFERENCES device (dev_id),
+  group_id  INTEGER NOT NULL,
+  alarm_id  INTEGER NOT NULL,
+  reason_id INTEGER NOT NULL,
+  severity  INTEGER NOT NULL,
+  raised_at BIGINT NOT NULL,         -- seconds since 1970, UTC
+  acked_at  BIGINT NOT NULL,         -- 0: nobody has acknowledged it
+  acked_by  TEXT NOT NULL,
+  fdn       TEXT NOT NULL,           -- of the resource; '' where the alarm names none
+  para      TEXT NOT NULL,
+  location  TEXT NOT NULL
+);

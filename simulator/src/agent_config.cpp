@@ -61,6 +61,9 @@ Json::Value makeConfig(const AgentConfigSettings& settings) {
   if (!settings.token.empty()) {
     config["rest"]["token"]["file"] = fs::absolute(settings.file + ".token").string();
   }
+  config["faultServer"]["host"] = "127.0.0.1";
+  config["faultServer"]["port"] = settings.faultPort;
+  if (settings.explicitTagging) config["faultServer"]["tagging"] = "explicit";
   config["database"]["connection"] = "sqlite:" + fs::canonical(settings.databaseFile).string();
   config["bundles"] = Json::arrayValue;
   for (const BundleRow& row : kBundles) {

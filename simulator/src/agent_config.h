@@ -11,6 +11,8 @@ struct AgentConfigSettings {
   std::string file;
   std::string databaseFile;
   int httpPort = 0;
+  int faultPort = 0;
+  bool explicitTagging = false;
   std::string token;  // empty: none; else it goes into FILE.token, readable by its owner only
 };
 

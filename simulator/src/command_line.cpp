@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "alarms.h"
 #include "build_paths.h"
 #include "error.h"
 #include "generate.h"
@@ -28,6 +29,7 @@ constexpr char kExamples[] = R"(Examples:
   ormasim import nets/*.graphml --db net.db
   ormasim serve --db net.db --http-port 8080 --agent-config agent.json
   ormasim serve --db net.db --faults faults.json
+  ormasim raise --db net.db --count 20 --device 2
   ormasim status --db net.db --port 2/0/1/0/3 --states 0,0
 
 Exit status: 0 done, 1 failed, 2 wrong command line.)";
@@ -39,8 +41,8 @@ struct Options {
   std::string database;
   std::string port;
   std::string states;
+  RaiseOptions raise;
   bool force = false;
-  int faultPort = 0;
 };
 
 void runGenerate(const Options& options) {
@@ -59,10 +61,13 @@ void runImport(const Options& options) {
                summary.replaced ? ", in place of what it held" : "");
 }
 
-void runServe(const Options& options, bool faultPortGiven) {
-  if (faultPortGiven) {
-    std::fputs("ormasim: --fault-port has no effect: this release has no fault server\n", stderr);
-  }
+void runRaise(const Options& options) {
+  raiseAlarms(options.database, options.raise);
+  std::fprintf(stderr, "ormasim: %llu alarms are raised in %s\n",
+               static_cast<unsigned long long>(options.raise.count), options.database.c_str());
+}
+
+void runServe(const Options& options) {
   ServeOptions serveOptions = options.serve;
   serveOptions.databaseFile = options.database;
   serve(serveOptions);
@@ -98,6 +103,14 @@ CLI::App& addGenerate(CLI::App& app, Options& options) {
       ->check(CLI::Range(std::uint64_t{0}, kMaxElements));
   command.add_option("--seed", options.generate.seed, "Seed of the generator [1]")->type_name("S");
   addEquipped(command, options);
+  command.add_option("--alarms", options.generate.alarms, "Current alarms [a quarter of N]")
+      ->type_name("N")
+      ->check(CLI::Range(std::uint64_t{0}, kMaxAlarms));
+  command
+      .add_option("--definitions", options.generate.definitions,
+                  "Alarm definitions, at least [those of the tables]")
+      ->type_name("N")
+      ->check(CLI::Range(std::uint64_t{0}, kMaxDefinitions));
   addDatabase(command, options);
   command.add_flag("--force", options.force, "Replace the file if it exists");
   return command;
@@ -114,14 +127,25 @@ CLI::App& addImport(CLI::App& app, Options& options) {
 
 CLI::App& addServe(CLI::App& app, Options& options) {
   CLI::App& command =
-      *app.add_subcommand("serve", "Serve a database as the platform's REST services on 127.0.0.1");
+      *app.add_subcommand("serve",
+                          "Serve a database as the platform's REST services and its fault server "
+                          "on 127.0.0.1");
   addDatabase(command, options);
   command.add_option("--http-port", options.serve.httpPort, "Port for REST; 0: a free one [0]")
       ->type_name("P")
       ->check(CLI::Range(0, 65535));
-  command.add_option("--fault-port", options.faultPort, "Without effect in this release")
+  command
+      .add_option("--fault-port", options.serve.faultPort,
+                  "Port of the fault server; 0: a free one [0]")
       ->type_name("P")
       ->check(CLI::Range(0, 65535));
+  command
+      .add_option("--frame-items", options.serve.frameItems,
+                  "Alarms in a frame of the fault server [1000]")
+      ->type_name("N")
+      ->check(CLI::Range(1, 100'000));
+  command.add_flag("--explicit-tags", options.serve.explicitTagging,
+                   "Write the fault server's context tags as EXPLICIT");
   command.add_option("--faults", options.serve.faultsFile, "Fault script")->type_name("FILE");
   command
       .add_option("--agent-config", options.serve.agentConfigFile,
@@ -133,6 +157,18 @@ CLI::App& addServe(CLI::App& app, Options& options) {
       ->type_name("S")
       ->check(CLI::Range(1, 86'400));
   command.add_option("--token", options.serve.token, "Ask for this X-Auth-Token")->type_name("T");
+  return command;
+}
+
+CLI::App& addRaise(CLI::App& app, Options& options) {
+  CLI::App& command =
+      *app.add_subcommand("raise", "Raise alarms, also while the database is served");
+  addDatabase(command, options);
+  command.add_option("--count", options.raise.count, "Number of alarms [1]")
+      ->type_name("N")
+      ->check(CLI::Range(std::uint64_t{1}, kMaxAlarms));
+  command.add_option("--device", options.raise.device, "Only on the device of this id")
+      ->type_name("ID");
   return command;
 }
 
@@ -165,6 +201,7 @@ int runOrmasim(int argc, char** argv) {
   const CLI::App& generate = addGenerate(app, options);
   const CLI::App& import = addImport(app, options);
   const CLI::App& serve = addServe(app, options);
+  const CLI::App& raise = addRaise(app, options);
   const CLI::App& status = addStatus(app, options);
   try {
     app.parse(argc, argv);
@@ -174,8 +211,9 @@ int runOrmasim(int argc, char** argv) {
   try {
     if (generate.parsed()) runGenerate(options);
     if (import.parsed()) runImport(options);
+    if (raise.parsed()) runRaise(options);
     if (status.parsed()) runStatus(options);
-    if (serve.parsed()) runServe(options, serve.count("--fault-port") > 0);
+    if (serve.parsed()) runServe(options);
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "ormasim: %s\n", failure.what());
     return kFailed;

@@ -97,6 +97,8 @@ bool Connection::stayIdle(std::chrono::milliseconds time) const {
 
 void Connection::stayIdleUntilClosed() const { pollFor(socket_, POLLRDHUP, -1); }
 
+void Connection::finishSending() const { ::shutdown(socket_, SHUT_WR); }
+
 bool Connection::is_readable() const {
   if (bufferBegin_ < bufferEnd_) return true;
   return (pollFor(socket_, POLLIN, static_cast<int>(kTransferTimeout.count())) & POLLIN) != 0;

@@ -51,6 +51,8 @@ class Connection : public httplib::Stream {
   bool stayIdle(std::chrono::milliseconds time) const;
   void stayIdleUntilClosed() const;
 
+  // Tells the client that nothing more comes; what it sends can still be read.
+  void finishSending() const;
   // From here on nothing more is sent.
   void abort() { aborted_ = true; }
   // The answer in the making is the last one.

@@ -19,15 +19,17 @@ bool FaultExchange::readCommand() {
   return readFrame(command_, request_) && command_.kind == kCommandFrame && command_.number == 0;
 }
 
-void FaultExchange::answer(Database& database) {
+void FaultExchange::answer(Database& database, const Fault* fault) {
+  fault_ = fault;
+  if (fault != nullptr && fault->action == FaultAction::Refuse) return;
   const bool known = command_.command == kAllAlarms || command_.command == kAlarmsSince;
-  if (!known || command_.process != kFaultServerProcess) return end(0, kUnknownCommand);
+  if (!known || command_.process != kFaultServerProcess) return end(kUnknownCommand);
   std::optional<std::int64_t> since;
   try {
     since = readRequest(command_.command, request_, options_.tagging);
   } catch (const BadMessage& problem) {
     std::fprintf(stderr, "ormasim: command %u: %s\n", command_.command, problem.what());
-    return end(0, kBadRequest);
+    return end(kBadRequest);
   }
   AlarmFrames frames(database, options_, since);
   sendAll(frames);
@@ -35,14 +37,13 @@ void FaultExchange::answer(Database& database) {
 
 // A frame is made while the agent still works on the one before.
 void FaultExchange::sendAll(AlarmFrames& frames) {
-  std::int64_t number = 0;
   while (!frames.atEnd()) {
-    ++number;
+    const std::int64_t number = replies_ + 1;
     const std::string frame = frameOf(number, frames.next(spoilingOf(number)));
     if (number > 1 && !waitForNext(number)) return;
-    if (!sendReply(number, frame)) return;
+    if (!sendReply(frame)) return;
   }
-  end(number, 0);
+  end(0);
 }
 
 bool FaultExchange::waitForNext(std::int64_t number) {
@@ -76,15 +77,21 @@ std::string FaultExchange::frameOf(std::int64_t number, std::string_view body) c
   return channelFrame(header, body);
 }
 
-bool FaultExchange::sendReply(std::int64_t number, const std::string& frame) {
+bool FaultExchange::sendReply(const std::string& frame) {
+  const std::int64_t number = replies_ + 1;
   if (const std::optional<bool> goOn = actInPlace(number, frame)) return *goOn;
+  replies_ = number;
   if (concerns(number + 1, FaultAction::Repeat)) before_ = frame;
   return send(frame);
 }
 
-// What a script puts in the place of the frame: whether the exchange goes on behind it.
+// What a script puts in the place of the frame: whether the exchange goes on behind it. Nothing
+// when the frame is to be sent.
 std::optional<bool> FaultExchange::actInPlace(std::int64_t number, const std::string& frame) {
-  if (concerns(number, FaultAction::Repeat) && !before_.empty()) return send(before_);
+  if (concerns(number, FaultAction::Repeat) && !before_.empty()) {
+    replies_ = number;
+    return send(before_);
+  }
   if (concerns(number, FaultAction::Cut)) {
     send(std::string_view(frame).substr(0, frame.size() / 2));
     return false;
@@ -95,7 +102,7 @@ std::optional<bool> FaultExchange::actInPlace(std::int64_t number, const std::st
     return false;
   }
   if (concerns(number, FaultAction::Reject)) {
-    end(number - 1, fault_->code);
+    end(fault_->code);
     return false;
   }
   if (concerns(number, FaultAction::Stall)) {
@@ -107,13 +114,13 @@ std::optional<bool> FaultExchange::actInPlace(std::int64_t number, const std::st
 }
 
 // Closing with bytes unread would take the end frame back from an agent that has not read it yet.
-void FaultExchange::end(std::int64_t replies, std::uint32_t error) {
+void FaultExchange::end(std::uint32_t error) {
   ChannelHeader header;
   header.kind = kEndFrame;
   header.process = command_.process;
   header.command = command_.command;
   header.id = command_.id;
-  header.number = static_cast<std::uint32_t>(replies);
+  header.number = static_cast<std::uint32_t>(replies_);
   header.error = error;
   if (!send(channelFrame(header, {}))) return;
   connection_.finishSending();

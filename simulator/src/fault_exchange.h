@@ -24,15 +24,15 @@ constexpr std::uint32_t kInventoryFailed = 1203;
 
 class FaultExchange {
  public:
-  // `fault` is what a script makes of this command; null: nothing.
-  FaultExchange(Connection& connection, const FrameOptions& options, const Fault* fault)
-      : connection_(connection), options_(options), fault_(fault) {}
+  FaultExchange(Connection& connection, const FrameOptions& options)
+      : connection_(connection), options_(options) {}
 
   // Reads the command; false when there is none.
   bool readCommand();
-  // Answers it to the end.
-  void answer(Database& database);
-  void end(std::int64_t replies, std::uint32_t error);
+  // Answers it to the end. `fault` is what a script makes of it; null: nothing.
+  void answer(Database& database, const Fault* fault);
+  // Ends it behind the replies so far.
+  void end(std::uint32_t error);
 
  private:
   bool readFrame(ChannelHeader& header, std::string& body);
@@ -44,13 +44,14 @@ class FaultExchange {
   bool concerns(std::int64_t number, FaultAction action) const;
   FrameSpoiling spoilingOf(std::int64_t number) const;
   std::string frameOf(std::int64_t number, std::string_view body) const;
-  bool sendReply(std::int64_t number, const std::string& frame);
+  bool sendReply(const std::string& frame);
   std::optional<bool> actInPlace(std::int64_t number, const std::string& frame);
 
   Connection& connection_;
   const FrameOptions options_;
-  const Fault* const fault_;
+  const Fault* fault_ = nullptr;
   ChannelHeader command_;
+  std::int64_t replies_ = 0;
   std::string request_;
   std::string before_;  // the frame before, when a script may repeat it
 };

@@ -21,15 +21,15 @@
 namespace ormasim {
 
 enum class FaultAction {
-  Refuse,        // close without a byte of an answer
-  Stall,         // hold the answer
-  Cut,           // close in the middle of the answer's body
-  Garbage,       // answer 200 with bytes that are no JSON
-  WrongType,     // give a member another JSON type
-  RemoveKey,     // leave a member out
-  ReplaceKey,    // give a member another value
-  Status,        // answer with a status
-  Repeat,        // give the answer before once more
+  Refuse,         // close without a byte of an answer
+  Stall,          // hold the answer
+  Cut,            // close in the middle of the answer's body
+  Garbage,        // answer 200 with bytes that are no JSON
+  WrongType,      // give a member another JSON type
+  RemoveKey,      // leave a member out
+  ReplaceKey,     // give a member another value
+  Status,         // answer with a status
+  Repeat,         // give the answer before once more
   ExpireCursors,  // end all walks, then answer
   // Of the fault server only:
   Error,        // put an error code into a reply

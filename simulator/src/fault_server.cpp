@@ -1,5 +1,6 @@
 #include "fault_server.h"
 
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -17,6 +18,7 @@ namespace {
 
 // Commands that are answered at once; more wait.
 constexpr std::size_t kThreads = 64;
+constexpr int kFullMs = 100;
 
 }  // namespace
 
@@ -47,7 +49,9 @@ void FaultServer::acceptAll() {
     const int socket = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
     if (socket >= 0) {
       pool.enqueue([this, socket] { serve(socket); });
-    } else if (errno != EINTR && errno != ECONNABORTED && errno != EMFILE && errno != ENFILE) {
+    } else if (errno == EMFILE || errno == ENFILE) {
+      ::poll(nullptr, 0, kFullMs);  // until a connection ends
+    } else if (errno != EINTR && errno != ECONNABORTED) {
       break;
     }
   }
@@ -56,17 +60,15 @@ void FaultServer::acceptAll() {
 
 void FaultServer::serve(int socket) {
   Connection connection(socket, connections_);
-  const Fault* const fault = settings_.faults.next(kFaultServerPath);
-  FaultExchange exchange(connection, settings_.frames, fault);
+  FaultExchange exchange(connection, settings_.frames);
   if (!exchange.readCommand()) return;
-  if (fault != nullptr && fault->action == FaultAction::Refuse) return;
   try {
     Database database(settings_.databaseFile, Database::Mode::ReadOnly);
     database.requireInventory();
-    exchange.answer(database);
+    exchange.answer(database, settings_.faults.next(kFaultServerPath));
   } catch (const SimError& failure) {
     std::fprintf(stderr, "ormasim: %s\n", failure.what());
-    exchange.fail();
+    exchange.end(kInventoryFailed);
   }
 }
 

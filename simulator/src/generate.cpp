@@ -1,5 +1,6 @@
 #include "generate.h"
 
+#include "alarms.h"
 #include "error.h"
 #include "files.h"
 #include "generate_links.h"
@@ -127,6 +128,8 @@ void generateInventory(Database& database, const GenerateOptions& options) {
                    " elements: the limit is " + std::to_string(kMaxElements));
   }
   Generator(database, options).run();
+  writeAlarmCatalogue(database, options.definitions);
+  generateAlarms(database, options.alarms.value_or(usualAlarms(options.elements)), options.seed);
 }
 
 void generateFile(const std::string& file, const GenerateOptions& options, bool replace) {

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 
+#include "alarms.h"
 #include "error.h"
 #include "files.h"
 #include "graphml.h"
@@ -23,12 +24,18 @@ class Importer {
  public:
   explicit Importer(Database& database) : database_(database), writer_(database), ports_(writer_) {}
 
-  void clear() { writer_.clear(); }
+  void clear() {
+    clearAlarms(database_);
+    writer_.clear();
+  }
 
   void add(const std::vector<Network>& networks, std::uint64_t equipped) {
     writer_.add(physicalRoot());
     for (const Network& network : networks) add(network);
     equipInventory(database_, writer_, {equipped, kSeed});
+    writeAlarmCatalogue(database_, 0);
+    generateAlarms(database_,
+                   usualAlarms(static_cast<std::uint64_t>(nextDeviceId_ - kFirstDeviceId)), kSeed);
   }
 
  private:

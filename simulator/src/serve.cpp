@@ -5,9 +5,11 @@
 #include <csignal>
 #include <cstdio>
 #include <utility>
+#include <vector>
 
 #include "agent_config.h"
 #include "error.h"
+#include "fault_server.h"
 #include "http_server.h"
 #include "rest_handler.h"
 #include "services.h"
@@ -25,11 +27,28 @@ sigset_t blockStopSignals() {
   return signals;
 }
 
-void printReadyLine(int httpPort) {
-  if (std::printf("{\"httpPort\": %d, \"faultPort\": null}\n", httpPort) < 0 ||
+void printReadyLine(int httpPort, int faultPort) {
+  if (std::printf("{\"httpPort\": %d, \"faultPort\": %d}\n", httpPort, faultPort) < 0 ||
       std::fflush(stdout) != 0) {
     throw SimError("cannot write the ready line to standard output");
   }
+}
+
+// Rules of the REST services and of the fault server stand in one script.
+FaultScript loadFaults(const std::string& file) {
+  if (file.empty()) return FaultScript();
+  std::vector<std::string> paths = servicePaths();
+  paths.emplace_back(kFaultServerPath);
+  return FaultScript::load(file, paths);
+}
+
+FaultServerSettings faultServerSettings(const ServeOptions& options) {
+  FaultServerSettings settings;
+  settings.databaseFile = options.databaseFile;
+  settings.frames.items = options.frameItems;
+  settings.frames.tagging = options.explicitTagging ? Tagging::Explicit : Tagging::Implicit;
+  settings.faults = loadFaults(options.faultsFile);
+  return settings;
 }
 
 }  // namespace
@@ -40,20 +59,22 @@ void serve(const ServeOptions& options) {
   settings.databaseFile = options.databaseFile;
   settings.token = options.token;
   settings.cursorLife = std::chrono::seconds(options.cursorSeconds);
-  if (!options.faultsFile.empty()) {
-    settings.faults = FaultScript::load(options.faultsFile, servicePaths());
-  }
+  settings.faults = loadFaults(options.faultsFile);
   RestHandler handler(std::move(settings));
   HttpServer server(handler);
+  FaultServer faultServer(faultServerSettings(options));
   const int port = server.start(options.httpPort);
+  const int faultPort = faultServer.start(options.faultPort);
   if (!options.agentConfigFile.empty()) {
-    writeAgentConfig({options.agentConfigFile, options.databaseFile, port, options.token});
+    writeAgentConfig({options.agentConfigFile, options.databaseFile, port, faultPort,
+                      options.explicitTagging, options.token});
   }
-  printReadyLine(port);
+  printReadyLine(port, faultPort);
 
   int received = 0;
   sigwait(&signals, &received);
   server.stop();
+  faultServer.stop();
 }
 
 }  // namespace ormasim
