@@ -51,5 +51,5 @@ class ORMA_API CAsnCmd {
   ~CAsnCmd() = default;
 
  private:
-  orma::channel::Exchange* exchange_;  // owned until Destroy
+  [[maybe_unused]] orma::channel::Exchange* exchange_;  // owned until Destroy
 };

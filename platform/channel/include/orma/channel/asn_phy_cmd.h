@@ -20,7 +20,7 @@ class ORMA_API CAsnPhyCmdBlockRef {
   ~CAsnPhyCmdBlockRef() = default;
 
  private:
-  orma::channel::Exchange* exchange_;  // the command's
+  [[maybe_unused]] orma::channel::Exchange* exchange_;  // the command's
 };
 
 class ORMA_API CAsnPhyCmd : public CAsnCmd, public CAsnPhyCmdBlockRef {
