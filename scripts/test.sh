@@ -2,9 +2,8 @@
 # Installs what the tests need, builds and runs them, in stages:
 #
 #   dev    g++, every test
-#   asan   address and undefined-behaviour sanitizers, the unit tests
+#   asan   the whole tree by clang++ with address and undefined-behaviour sanitizers; the unit tests
 #   tsan   thread sanitizer, the tests that use threads
-#   clang  the whole tree by clang++, the unit tests
 #
 #   scripts/test.sh             all stages
 #   scripts/test.sh dev tsan    these stages
@@ -20,7 +19,7 @@ source "$here/lib/console.sh"
 # shellcheck source=lib/packages.sh
 source "$here/lib/packages.sh"
 
-readonly all_stages=(dev asan tsan clang)
+readonly all_stages=(dev asan tsan)
 jobs=$(nproc)
 # The packaging tests, and other clones of the tree, build the same sources in other directories;
 # their objects come from the cache.

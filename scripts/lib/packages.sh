@@ -11,7 +11,7 @@ emf_release_packages=(
 emf_quickstart_packages=("${emf_release_packages[@]}" graphviz)
 emf_test_packages=(
   "${emf_release_packages[@]}"
-  ccache clang libgtest-dev libgmock-dev
+  ccache clang libclang-rt-14-dev libgtest-dev libgmock-dev
   ca-certificates graphviz libssl-dev openssl postgresql python3-pyasn1
 )
 emf_bench_packages=("${emf_release_packages[@]}" ccache libbenchmark-dev)
