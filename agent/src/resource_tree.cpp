@@ -20,7 +20,7 @@ std::map<Path, std::size_t> indexByPath(const std::vector<const Resource*>& reso
 
 std::size_t parentOf(const Resource& resource, const std::map<Path, std::size_t>& index) {
   Path path = resource.resIDs;
-  while (!path.empty()) {
+  while (path.size() > 1) {
     path.pop_back();
     const auto found = index.find(path);
     if (found != index.end()) return found->second;

@@ -106,6 +106,30 @@ TEST_F(CommandLine, TheLastParameterMayTakeEveryWord) {
   expectUsage({"topo", "submap-name", "12", "-1"}, "from 0 to 18446744073709551615");
 }
 
+TEST_F(CommandLine, TheLastParameterMayTakeAnyNumberOfWords) {
+  EXPECT_EQ(invocation({"res", "labels"}).arguments.count(), 0u);
+  const Arguments given =
+      invocation({"res", "labels", "NE=2", "--from", "-", "NE=3", "--from", "a"}).arguments;
+  EXPECT_THAT(given.texts(), testing::ElementsAre("NE=2", "NE=3"));
+  EXPECT_THAT(given.repeatedOption("--from"), testing::ElementsAre("-", "a"));
+  expectUsage({"res", "labels", ""}, "DN: must be a text that is not empty");
+  expectUsage({"res", "labels", "--from", ""}, "--from: must be a text that is not empty");
+}
+
+TEST_F(CommandLine, TheContentsOfAnElementNeedAMainType) {
+  const Arguments given = invocation({"res", "contained", "2", "-3", "--main-type", "6",
+                                      "--sub-type", "-1", "--sub-type", "7"})
+                              .arguments;
+  EXPECT_THAT(given.texts(), testing::ElementsAre("2", "-3"));
+  EXPECT_EQ(given.numberOption<int>("--main-type"), 6);
+  EXPECT_THAT(given.repeatedOption("--sub-type"), testing::ElementsAre("-1", "7"));
+  expectUsage({"res", "contained", "2"}, "--main-type is required");
+  expectUsage({"res", "contained", "--main-type", "6"}, "ID is required");
+  expectUsage({"res", "contained", "x", "--main-type", "6"}, "ID: must be a whole number");
+  expectUsage({"res", "contained", "2", "--main-type", "6", "--sub-type", "x"},
+              "--sub-type: must be a whole number");
+}
+
 TEST_F(CommandLine, OptionsOfACommandHaveDefaults) {
   EXPECT_EQ(invocation({"topo", "tree"}).arguments.option("--wait"), "5");
   for (const auto& words :

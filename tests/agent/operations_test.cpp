@@ -4,6 +4,8 @@
 
 #include "error_texts.h"
 #include "errorcodebufif.h"
+#include "exit_status.h"
+#include "host_failure.h"
 #include "orma/bundle/interface_slot.h"
 
 namespace ormaagent {
@@ -16,6 +18,15 @@ TEST(Operations, ResFdnGivesTheLengthAndTheName) {
   EXPECT_EQ(answer.result, 13);
   EXPECT_EQ(answer.fields, (std::vector<std::string>{"id", "fdn"}));
   EXPECT_EQ(answer.records, (Records{{std::int64_t{4294967295}, "NE=4294967295"}}));
+}
+
+TEST(Operations, ResLabelsWithoutANameIsWrongUsage) {
+  try {
+    resLabels(Arguments({}, {}, {{"--from", {}}}));
+    ADD_FAILURE() << "it was taken";
+  } catch (const HostFailure& failure) {
+    EXPECT_EQ(failure.exitStatus(), kExitUsage);
+  }
 }
 
 TEST(Operations, ErrorTextNeedsAServiceThatOffersTexts) {
