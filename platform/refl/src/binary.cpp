@@ -13,7 +13,7 @@ CBinary::CBinary(unsigned long size) : CBinary() {
 CBinary::CBinary(CBinary&& other) noexcept : CBinary() { *this = std::move(other); }
 
 CBinary& CBinary::operator=(const CBinary& other) {
-  assign(other.data_, other.size_);
+  if (this != &other) assign(other.data_, other.size_);
   return *this;
 }
 

@@ -2,41 +2,17 @@
 // below see whether anything is lost.
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <memory>
 #include <new>
 
 #include "codec.h"
+#include "failing_allocation.h"
 #include "sample.h"
 
 namespace {
 
-long allocationsLeft = -1;  // until one fails; negative: none does
-long allocationsAlive = 0;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  if (allocationsLeft == 0) {
-    allocationsLeft = -1;
-    throw std::bad_alloc();
-  }
-  if (allocationsLeft > 0) --allocationsLeft;
-  void* memory = std::malloc(size);
-  if (memory == nullptr) throw std::bad_alloc();
-  ++allocationsAlive;
-  return memory;
-}
-
-void operator delete(void* memory) noexcept {
-  if (memory == nullptr) return;
-  --allocationsAlive;
-  std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
-
-namespace {
+using emf::test::allocationsInUse;
+using emf::test::failAllocation;
 
 void fill(Sample& sample) {
   sample.name.ReSet("a name of more than twenty-three bytes");
@@ -50,22 +26,28 @@ void fill(Sample& sample) {
   sample.children->add().name.ReSet("child");
 }
 
+// Whether the call completes with that allocation failing.
+template <typename Call>
+bool completesWithout(long allocation, Call call) {
+  failAllocation(allocation);
+  try {
+    call();
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+  failAllocation(0);
+  return true;
+}
+
 // Runs the call with its first, second, ... allocation failing, until none fails. Gives how many
 // times one did.
 template <typename Call>
 int failEachAllocation(Call call) {
-  for (int failed = 0;; ++failed) {
-    const long before = allocationsAlive;
-    allocationsLeft = failed;
-    bool completed = true;
-    try {
-      call();
-    } catch (const std::bad_alloc&) {
-      completed = false;
-    }
-    allocationsLeft = -1;
-    EXPECT_EQ(allocationsAlive, before) << "with allocation " << failed << " failing";
-    if (completed) return failed;
+  for (int failures = 0;; ++failures) {
+    const long before = allocationsInUse();
+    const bool completed = completesWithout(failures + 1, call);
+    EXPECT_EQ(allocationsInUse(), before) << "after " << failures << " failures";
+    if (completed) return failures;
   }
 }
 
@@ -134,16 +116,8 @@ TEST_F(FailingAllocation, OfDescribingIsMadeUpFor) {
   AsnBuf buffer;
   buffer.reserve(100);
   int failures = 0;
-  for (bool described = false; !described;) {
-    allocationsLeft = failures;
-    try {
-      object.BEnc(buffer, NIClass_EncodingFormat_BER);
-      described = true;
-    } catch (const std::bad_alloc&) {
-      ++failures;
-    }
-    allocationsLeft = -1;
-  }
+  const auto encode = [&] { object.BEnc(buffer, NIClass_EncodingFormat_BER); };
+  while (!completesWithout(failures + 1, encode)) ++failures;
   EXPECT_GT(failures, 2);
   EXPECT_EQ(encodedHex(object), "30 0B 02 01 00 A5 06 02 01 00 02 01 00");
 }

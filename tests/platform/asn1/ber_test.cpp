@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 
 #include "codec.h"
@@ -178,10 +180,10 @@ TEST(AsnBuf, EndsAtAPartForAWhile) {
 
 TEST(AsnBuf, HasSixtyFourLevels) {
   AsnBuf buffer;
-  std::vector<std::unique_ptr<AsnBuf::Level>> levels;
-  for (int i = 0; i < 64; ++i) levels.push_back(std::make_unique<AsnBuf::Level>(buffer));
+  std::array<std::optional<AsnBuf::Level>, 64> levels;
+  for (auto& level : levels) level.emplace(buffer);
   EXPECT_EQ(failureCode([&] { const AsnBuf::Level level(buffer); }), kAsnTooDeep);
-  levels.pop_back();
+  levels.back().reset();
   EXPECT_EQ(failureCode([&] { const AsnBuf::Level level(buffer); }), 0);
 }
 

@@ -28,6 +28,7 @@ template <int kNumber>
 void useFromManyThreads() {
   std::vector<std::string> texts(8);
   std::vector<std::thread> threads;
+  threads.reserve(texts.size());
   for (auto& text : texts) {
     threads.emplace_back([&text] {
       Fresh<kNumber> object;
