@@ -39,7 +39,7 @@ std::shared_ptr<const orma::Configuration> configurationOf(const Invocation& inv
 int runWithServices(const Invocation& invocation, AnswerOutput& output) {
   auto configuration = configurationOf(invocation);
   if (!configuration) return kExitUsage;
-  if (invocation.action == Action::kServe) holdStopSignals();
+  if (invocation.action == Action::kServe) holdSignals();
   ServiceHost host(std::move(configuration));
   return invocation.action == Action::kServe ? serve(host) : runQuery(invocation, host, output);
 }

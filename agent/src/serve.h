@@ -7,12 +7,14 @@
 
 namespace ormaagent {
 
-// Keeps SIGINT and SIGTERM for serve. Threads inherit it, so it comes before the first thread.
-void holdStopSignals();
+// Keeps SIGINT, SIGTERM and SIGHUP for serve. Threads inherit it, so it comes before the first
+// thread.
+void holdSignals();
 
-// Starts the services, writes the line "ready" to standard error, waits for SIGINT or SIGTERM and
-// stops the services. A second signal while they stop ends the process at once. Gives the exit
-// status.
+// Opens the endpoint for health and metrics, if one is configured, starts the services, writes the
+// line "ready" to standard error, waits for SIGINT or SIGTERM and stops the services. SIGHUP opens
+// the log anew. A second signal while the services stop ends the process at once. Gives the exit
+// status; throws HostFailure when the endpoint cannot be opened.
 int serve(ServiceHost& host);
 
 }  // namespace ormaagent

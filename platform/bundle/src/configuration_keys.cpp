@@ -75,6 +75,12 @@ constexpr ConfigKey kKeys[] = {
      "sqlite:PATH, relative to this file's directory, or postgresql:CONNINFO"},
     {"database.busyTimeoutMs", Type::Integer, "5000", 0, 600000, "",
      "milliseconds to wait for a locked database"},
+    {"serve.address", Type::Text, "127.0.0.1", 0, 0, "",
+     "address at which serve offers health and metrics"},
+    {"serve.port", Type::Integer, "-1", -1, 65535, "",
+     "TCP port of health and metrics; 0 for a free one, -1 for none"},
+    {"serve.allowRemote", Type::Boolean, "false", 0, 0, "",
+     "whether serve.address may be one that other hosts reach"},
 };
 
 }  // namespace

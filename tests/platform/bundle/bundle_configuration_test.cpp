@@ -219,13 +219,15 @@ TEST(Configuration, UnknownKeysNameTheKnownOnes) {
                           "certFile, keyFile"));
   EXPECT_THAT(problemsOf(R"({"lgo": {}})"),
               ElementsAre("agent.json: lgo | unknown key; known here: onInitFailure, "
-                          "installation, text, log, rest, faultServer, database, bundles, items"));
+                          "installation, text, log, rest, faultServer, database, serve, bundles, "
+                          "items"));
 }
 
 TEST(Configuration, DotsInAKeyAreNoPath) {
   EXPECT_THAT(problemsOf(R"({"log.level": 3})"),
               ElementsAre("agent.json: \"log.level\" | unknown key; known here: onInitFailure, "
-                          "installation, text, log, rest, faultServer, database, bundles, items"));
+                          "installation, text, log, rest, faultServer, database, serve, bundles, "
+                          "items"));
   EXPECT_THAT(problemsOf(R"({"rest": {"tls.verify": false}})"),
               ElementsAre("agent.json: rest.\"tls.verify\" | unknown key; known here: baseUrl, "
                           "target, connectTimeoutMs, totalTimeoutMs, maxAnswerBytes, maxNesting, "
