@@ -72,7 +72,7 @@ void generateAlarms(Database& database, std::uint64_t count, std::uint64_t seed)
 
 struct RaiseOptions {
   std::uint64_t count = 1;
-  std::optional<std::int64_t> device;
+  std::optional<std::int64_t> device = std::nullopt;  // none: any
 };
 
 // Raises alarms now in an inventory that may be served meanwhile: all of them or none.

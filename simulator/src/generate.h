@@ -23,9 +23,9 @@ constexpr std::uint64_t kMaxElements = 10'000'000;
 struct GenerateOptions {
   std::uint64_t elements = 0;
   std::uint64_t seed = 1;
-  std::uint64_t equipped = kDefaultEquipped;  // the first so many get shelves
-  std::optional<std::uint64_t> alarms;        // none: as many as are usual
-  std::uint64_t definitions = 0;              // at least so many kinds of alarms
+  std::uint64_t equipped = kDefaultEquipped;           // the first so many get shelves
+  std::optional<std::uint64_t> alarms = std::nullopt;  // none: as many as are usual
+  std::uint64_t definitions = 0;                       // at least so many kinds of alarms
 };
 
 // Fills an inventory that has its tables and no rows; the caller holds the transaction.

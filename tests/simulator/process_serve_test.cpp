@@ -39,7 +39,7 @@ class ServeProgramTest : public ::testing::Test {
     }
     const Json::Value ready = json(line);
     EXPECT_EQ(ready.size(), 2u);
-    EXPECT_TRUE(ready["faultPort"].isNull());
+    EXPECT_GT(ready["faultPort"].asInt(), 0);
     return ready["httpPort"].asInt();
   }
 
@@ -134,11 +134,12 @@ TEST_F(ServeProgramTest, WrongFaultScriptFails) {
             "ormasim: fault script " + faults + ": rule 1: \"path\" is missing or no text\n");
 }
 
-TEST_F(ServeProgramTest, FaultPortIsSaidToHaveNoEffect) {
-  Process process(ORMASIM_PROGRAM, arguments({"--fault-port", "0"}));
-  portOf(process);
-  EXPECT_EQ(process.errors(),
-            "ormasim: --fault-port has no effect: this release has no fault server\n");
+TEST_F(ServeProgramTest, FaultPortThatIsTakenFails) {
+  Process first(ORMASIM_PROGRAM, arguments());
+  const std::string port = std::to_string(json(first.readLine())["faultPort"].asInt());
+  const Outcome second = run(ORMASIM_PROGRAM, arguments({"--fault-port", port}));
+  EXPECT_EQ(second.status, 1);
+  EXPECT_THAT(second.errors, HasSubstr("cannot listen on 127.0.0.1:" + port));
 }
 
 TEST_F(ServeProgramTest, AgentConfigurationIsThereWhenTheReadyLineIs) {
@@ -146,8 +147,8 @@ TEST_F(ServeProgramTest, AgentConfigurationIsThereWhenTheReadyLineIs) {
   Process process(ORMASIM_PROGRAM, arguments({"--agent-config", file}));
   const int port = portOf(process);
   const Json::Value config = json(contentOf(file));
-  EXPECT_EQ(config.getMemberNames(),
-            (std::vector<std::string>{"bundles", "database", "installation", "items", "rest"}));
+  EXPECT_EQ(config.getMemberNames(), (std::vector<std::string>{"bundles", "database", "faultServer",
+                                                               "installation", "items", "rest"}));
   EXPECT_EQ(config["rest"],
             json(R"({"baseUrl": "http://127.0.0.1:)" + std::to_string(port) + R"("})"));
   EXPECT_EQ(config["database"], json(R"({"connection": "sqlite:)" +
