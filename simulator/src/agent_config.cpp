@@ -47,12 +47,12 @@ std::string libraryPath(const char* name) {
   return name;
 }
 
-// The base directory that has ../etc/nbires with the error texts; empty when it is not there.
-std::string environmentPath() {
+// The installation root, which has the error texts and the access device types below etc/; empty
+// when it is not there.
+fs::path installationRoot() {
   std::error_code ignored;
   const fs::path share = (programDirectory() / kShareDirectory).lexically_normal();
-  if (!fs::is_directory(share / "etc/nbires", ignored)) return "";
-  return (share / "bin").string();
+  return fs::is_directory(share / "etc/nbires", ignored) ? share : fs::path();
 }
 
 Json::Value makeConfig(const AgentConfigSettings& settings) {
@@ -75,12 +75,13 @@ Json::Value makeConfig(const AgentConfigSettings& settings) {
     config["bundles"].append(bundle);
   }
   config["items"]["IsReportSubnet"] = 0;
-  const std::string environment = environmentPath();
-  if (environment.empty()) {
+  const fs::path root = installationRoot();
+  if (root.empty()) {
     std::fprintf(stderr, "ormasim: no error texts at %s beside the program; the agent has none\n",
                  kShareDirectory);
   } else {
-    config["installation"]["environment"] = environment;
+    config["installation"]["environment"] = (root / "bin").string();
+    config["installation"]["root"] = root.string();
   }
   return config;
 }
