@@ -182,6 +182,16 @@ TEST_F(ServeProgramTest, ErrorTextsLieWhereTheAgentLooksForThem) {
   }
 }
 
+TEST_F(ServeProgramTest, AccessTypesLieWhereTheAgentLooksForThem) {
+  const std::string file = directory_.path("agent.json");
+  Process process(ORMASIM_PROGRAM, arguments({"--agent-config", file}));
+  portOf(process);
+  const std::string root = json(contentOf(file))["installation"]["root"].asString();
+  EXPECT_THAT(contentOf(root + "/etc/oss_cfg/nbi/corba/conf/ii_orma_corbaagent_bundle/"
+                               "devicetype.cfg"),
+              HasSubstr("\nACCESS=1,4,85,86,262145\n"));
+}
+
 TEST_F(ServeProgramTest, TokenGoesIntoAFileOfItsOwnForTheAgent) {
   const std::string file = directory_.path("agent.json");
   Process process(ORMASIM_PROGRAM, arguments({"--agent-config", file, "--token", "sesame"}));
