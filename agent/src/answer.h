@@ -17,8 +17,15 @@
 
 namespace ormaagent {
 
-// The last one is no value at all: NULL of a database.
-using Value = std::variant<std::int64_t, std::uint64_t, std::string, double, std::monostate>;
+// A time in UTC: "2026-11-21T08:30:00Z". Tables show it as people read it.
+struct UtcTime {
+  std::string iso;
+};
+inline bool operator==(const UtcTime& a, const UtcTime& b) { return a.iso == b.iso; }
+
+// Monostate is no value at all: NULL of a database.
+using Value =
+    std::variant<std::int64_t, std::uint64_t, std::string, double, std::monostate, UtcTime>;
 
 struct Answer {
   std::int64_t result = 0;
@@ -26,6 +33,11 @@ struct Answer {
   std::vector<std::vector<Value>> records;  // each as long as `fields`
   // How deep each record lies in a tree: tables indent its first field so. Empty: no tree.
   std::vector<std::size_t> depths;
+  // How many of the last records only mark the end of a list, as the interface has it: tables leave
+  // them out and say so.
+  std::size_t closingRecords = 0;
+  // How many records the command's options left out.
+  std::size_t leftOut = 0;
 };
 
 // One field of a record class: its name and how it is read.

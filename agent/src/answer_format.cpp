@@ -11,7 +11,9 @@ namespace ormaagent {
 
 namespace {
 
-bool isText(const Value& value) { return std::holds_alternative<std::string>(value); }
+bool isText(const Value& value) {
+  return std::holds_alternative<std::string>(value) || std::holds_alternative<UtcTime>(value);
+}
 
 bool isNone(const Value& value) { return std::holds_alternative<std::monostate>(value); }
 
@@ -30,6 +32,8 @@ std::string plainText(const Value& value) {
         using Held = std::decay_t<decltype(held)>;
         if constexpr (std::is_same_v<Held, std::string>) {
           return held;
+        } else if constexpr (std::is_same_v<Held, UtcTime>) {
+          return held.iso;
         } else if constexpr (std::is_same_v<Held, double>) {
           return realText(held);
         } else if constexpr (std::is_same_v<Held, std::monostate>) {
@@ -65,7 +69,7 @@ std::string jsonText(std::string_view text) {
 // JSON has no word for the numbers that are not finite: they are texts.
 std::string jsonValue(const Value& value) {
   if (isNone(value)) return "null";
-  if (isText(value)) return jsonText(std::get<std::string>(value));
+  if (isText(value)) return jsonText(plainText(value));
   const auto* real = std::get_if<double>(&value);
   const std::string text = plainText(value);
   return real != nullptr && !std::isfinite(*real) ? jsonText(text) : text;
@@ -148,10 +152,19 @@ Row ruleRow(const std::vector<std::size_t>& widths) {
   return row;
 }
 
+// "2026-11-21T08:30:00Z" as "2026-11-21 08:30:00".
+std::string tableText(const Value& value) {
+  std::string text = plainText(value);
+  if (!std::holds_alternative<UtcTime>(value) || text.empty()) return text;
+  text.pop_back();
+  std::replace(text.begin(), text.end(), 'T', ' ');
+  return text;
+}
+
 Row recordRow(const std::vector<Value>& record, CharacterSet characterSet) {
   Row row;
   for (const Value& value : record) {
-    row.push_back({displayText(plainText(value), characterSet), !isText(value) && !isNone(value)});
+    row.push_back({displayText(tableText(value), characterSet), !isText(value) && !isNone(value)});
   }
   return row;
 }
@@ -175,7 +188,10 @@ void appendRow(std::string& out, const Row& row, const std::vector<std::size_t>&
 std::string tableDocument(const Answer& answer, CharacterSet characterSet) {
   if (answer.fields.empty()) return "";
   std::vector<Row> rows = {headRow(answer, characterSet)};
-  for (const auto& record : answer.records) rows.push_back(recordRow(record, characterSet));
+  const std::size_t shown = answer.records.size() - answer.closingRecords;
+  for (std::size_t i = 0; i < shown; ++i) {
+    rows.push_back(recordRow(answer.records[i], characterSet));
+  }
   for (std::size_t i = 0; i < answer.depths.size(); ++i) {
     indent(rows.at(i + 1).front().shown, 2 * answer.depths[i]);
   }

@@ -77,6 +77,9 @@ class Arguments {
     return repeated_.at(name);
   }
 
+  // Whether the command has that option, given or not.
+  bool hasRepeatedOption(const std::string& name) const { return repeated_.count(name) > 0; }
+
   template <class T>
   T numberOption(const std::string& name) const {
     return checked(parseNumber<T>(option(name)));

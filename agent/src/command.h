@@ -46,7 +46,7 @@ struct Command {
   using Operation = Answer (*)(const Arguments&);
 
   static constexpr int kMaxParameters = 4;
-  static constexpr int kMaxOptions = 2;
+  static constexpr int kMaxOptions = 3;
 
   const char* path;  // "topo device": group and word, or the word alone
   const char* help;

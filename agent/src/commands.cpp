@@ -9,6 +9,7 @@ using Type = ArgumentType;
 
 constexpr CommandGroup kGroups[] = {
     {"topo", "Devices, nodes, submaps and links of the network"},
+    {"alarm", "Alarms of the network, their definitions and reasons"},
     {"cache", "Devices from the plug-in's cache, which one lookup fills"},
     {"res", "Resources: names, labels, contents, places, types"},
     {"db", "The configured database, read only"},
@@ -61,6 +62,22 @@ constexpr Option kSubTypeOption = {"--sub-type", "N",
 
 constexpr Option kWait = {"--wait", "SECONDS", Type::kSeconds,
                           "how long to wait for the first reading of the subnet names", "5"};
+
+constexpr char kNoAlarms[] = "no alarms: the network has none";
+constexpr char kCatalogueFailed[] =
+    "the catalogue could not be read, or not to its end; the log above says why";
+constexpr char kNoDefinitions[] = "the catalogue of alarms is empty";
+constexpr char kNoRedefined[] =
+    "no redefined severities: there are none, or they could not be read; in that case the log "
+    "above says why";
+
+constexpr Option kSeverity = {
+    "--severity", "N", Type::kInt32, "only those of this severity; may be given again for more",
+    nullptr,      true};
+constexpr Option kAlarmDevice = {
+    "--device", "ID", Type::kInt64, "only those of this device; may be given again for more",
+    nullptr,    true};
+constexpr Option kLimit = {"--limit", "N", Type::kUint64, "only the first so many; 0: all", "0"};
 
 constexpr Command kCommands[] = {
     {"topo devices",
@@ -178,6 +195,51 @@ constexpr Command kCommands[] = {
      nullptr,
      nullptr,
      {{"--out", "FILE", Type::kPicture, "FILE.svg, drawn by Graphviz, or FILE.dot, its input"}}},
+    {"alarm current",
+     "The current alarms, from the fault server",
+     "--severity 1 --severity 2 --limit 20",
+     ResultRule::kZeroSucceeds,
+     alarmCurrent,
+     {},
+     nullptr,
+     kNoAlarms,
+     {kSeverity, kAlarmDevice, kLimit}},
+    {"alarm events",
+     "Events; in this release the current alarms, whatever the seconds",
+     "3600 --device 12",
+     ResultRule::kZeroSucceeds,
+     alarmEvents,
+     {{"SECONDS", Type::kUint32, "passed on to the operation, which does not look at it"}},
+     nullptr,
+     kNoAlarms,
+     {kSeverity, kAlarmDevice, kLimit}},
+    {"alarm definitions",
+     "What alarms there are, over REST",
+     "--severity 1",
+     ResultRule::kZeroSucceeds,
+     alarmDefinitions,
+     {},
+     kCatalogueFailed,
+     kNoDefinitions,
+     {kSeverity, kLimit}},
+    {"alarm reasons",
+     "Why alarms are raised and what to do about them, over REST",
+     "--limit 20",
+     ResultRule::kZeroSucceeds,
+     alarmReasons,
+     {},
+     kCatalogueFailed,
+     kNoDefinitions,
+     {kLimit}},
+    {"alarm redefined",
+     "Alarms that an operator has given another severity, over REST: at most 500",
+     "",
+     ResultRule::kZeroSucceeds,
+     alarmRedefined,
+     {},
+     kNoRedefined,
+     kNoRedefined,
+     {kSeverity, kLimit}},
     {"cache device",
      "The device with an id",
      "12",

@@ -27,6 +27,11 @@ Answer topoTree(const Arguments& arguments);
 Answer topoDraw(const Arguments& arguments);
 // Throws HostFailure when the statement could not be run.
 Answer dbQuery(const Arguments& arguments);
+Answer alarmCurrent(const Arguments& arguments);
+Answer alarmEvents(const Arguments& arguments);
+Answer alarmDefinitions(const Arguments& arguments);
+Answer alarmReasons(const Arguments& arguments);
+Answer alarmRedefined(const Arguments& arguments);
 Answer cacheDevice(const Arguments& arguments);
 Answer cacheName(const Arguments& arguments);
 Answer resFdn(const Arguments& arguments);

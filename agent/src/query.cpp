@@ -12,6 +12,7 @@
 #include "exit_status.h"
 #include "host_failure.h"
 #include "message.h"
+#include "orma/asn1/csm_exception.h"
 #include "orma/bundle/configuration.h"
 #include "plugin_library.h"
 #include "processexception.h"
@@ -63,10 +64,21 @@ void tellFailure(const Invocation& invocation, std::int64_t result) {
        (meaning != nullptr ? meaning : "error " + numberText(result) + ": " + errorTextOf(result)));
 }
 
+std::string recordsText(std::size_t count) {
+  return std::to_string(count) + (count == 1 ? " record" : " records");
+}
+
+// The table's last line, which names what the table does not show.
 void tellFooter(const Answer& answer, bool success) {
-  const std::size_t count = answer.records.size();
-  tellLine(std::to_string(count) + (count == 1 ? " record" : " records") + ", result " +
-           numberText(answer.result) + (success ? ": success" : ": failure"));
+  std::string text = recordsText(answer.records.size() - answer.closingRecords);
+  if (answer.leftOut > 0) text += " (" + std::to_string(answer.leftOut) + " more left out)";
+  text += ", result " + numberText(answer.result) + (success ? ": success" : ": failure");
+  if (answer.closingRecords > 0) text += "; the list's closing record is not shown";
+  tellLine(text);
+}
+
+bool isEmpty(const Answer& answer) {
+  return answer.records.size() == answer.closingRecords && answer.leftOut == 0;
 }
 
 int report(const Invocation& invocation, const Answer& answer, AnswerOutput& output) {
@@ -75,7 +87,7 @@ int report(const Invocation& invocation, const Answer& answer, AnswerOutput& out
   const bool written = writeAnswer(answer, invocation.format, output);
   if (invocation.format == Format::kTable) tellFooter(answer, success);
   if (!success) tellFailure(invocation, answer.result);
-  if (success && answer.records.empty() && command.emptyHint != nullptr) tell(command.emptyHint);
+  if (success && isEmpty(answer) && command.emptyHint != nullptr) tell(command.emptyHint);
   return success && written ? kExitSucceeded : kExitFailed;
 }
 
@@ -96,6 +108,11 @@ int callOperation(const Invocation& invocation, AnswerOutput& output) {
          "; " + thrown.detail.str());
   } catch (const std::exception& thrown) {
     tell(subject + "the operation threw " + typeNameOf(thrown) + ": " + thrown.what());
+  } catch (CSM_Exception* thrown) {
+    const std::unique_ptr<CSM_Exception> failure(thrown);
+    tell(subject + "what the fault server sent is no reply: " + failure->message() + " (code " +
+         std::to_string(failure->code()) +
+         "); check that faultServer.tagging is that of the server");
   } catch (...) {
     tell(subject + "the operation threw something that is no std::exception");
   }

@@ -232,5 +232,30 @@ TEST(Values, WithoutFieldsThereIsNoTable) {
   EXPECT_EQ(json(Answer()), "{\"result\": 0, \"records\": []}\n");
 }
 
+struct Moment {
+  Value time;
+};
+
+constexpr Column<Moment> kMoment[] = {
+    {"time", [](const Moment& moment) -> Value { return moment.time; }}};
+
+const std::vector<Moment> kMoments = {{UtcTime{"2026-11-21T08:30:05Z"}}, {std::monostate()}};
+
+TEST(Times, AreIso8601ForProgramsAndReadableInTables) {
+  const Answer answer = answerOf(0, kMoment, kMoments);
+  EXPECT_EQ(table(answer), "time\n-------------------\n2026-11-21 08:30:05\n\n");
+  EXPECT_EQ(parsed(json(answer))["records"][0]["time"].asString(), "2026-11-21T08:30:05Z");
+  EXPECT_TRUE(parsed(json(answer))["records"][1]["time"].isNull());
+  EXPECT_EQ(csv(answer), "time\r\n2026-11-21T08:30:05Z\r\n\r\n");
+}
+
+TEST(ClosingRecords, AreLeftOutOfTablesAlone) {
+  Answer answer = places({{2, "core-1"}, {-999, ""}});
+  answer.closingRecords = 1;
+  EXPECT_EQ(table(answer), "id  name\n--  ------\n 2  core-1\n");
+  EXPECT_EQ(parsed(json(answer))["records"].size(), 2U);
+  EXPECT_EQ(csv(answer), "id,name\r\n2,core-1\r\n-999,\r\n");
+}
+
 }  // namespace
 }  // namespace ormaagent
