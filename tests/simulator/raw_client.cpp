@@ -60,6 +60,14 @@ std::string RawClient::readToEnd() {
   return std::exchange(received_, "");
 }
 
+std::string RawClient::read(std::size_t size) {
+  while (received_.size() < size && readMore()) {
+  }
+  const std::string bytes = received_.substr(0, size);
+  received_.erase(0, bytes.size());
+  return bytes;
+}
+
 std::string RawClient::readAnswer() {
   while (received_.find("\r\n\r\n") == std::string::npos) {
     if (!readMore()) return std::exchange(received_, "");

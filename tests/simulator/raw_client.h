@@ -18,6 +18,8 @@ class RawClient {
   void get(const std::string& target) { send("GET " + target + " HTTP/1.1\r\nHost: x\r\n\r\n"); }
   // Everything up to the server's closing.
   std::string readToEnd();
+  // So many bytes, or fewer when the server closes before.
+  std::string read(std::size_t size);
   // One answer: its head and as many bytes as that announces.
   std::string readAnswer();
   // True when the server has closed and nothing came before that.
