@@ -27,6 +27,8 @@ namespace emf::test {
 // Statuses that no code under test ends with.
 constexpr int kChildDone = 40;
 constexpr int kChildFailed = 41;
+// A child that hangs, in a lock say, is ended by a signal then.
+constexpr unsigned int kChildSeconds = 60;
 
 struct ChildOutcome {
   int status = -1;     // -1: ended by a signal
@@ -46,6 +48,7 @@ ChildOutcome inChild(const std::filesystem::path& directory, Body body) {
   const pid_t child = ::fork();
   if (child == -1) throw std::runtime_error("no process");
   if (child == 0) {
+    ::alarm(kChildSeconds);
     if (std::freopen(output.c_str(), "w", stdout) == nullptr) ::_exit(kChildFailed);
     if (::chdir(directory.c_str()) != 0) ::_exit(kChildFailed);
     body();
