@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "exit_status.h"
+#include "manual.h"
 
 namespace ormaagent {
 
@@ -17,18 +18,6 @@ namespace {
 
 constexpr char kDescription[] =
     "Queries a telecommunications network through the plug-in ii_ormaiac_emf.";
-
-constexpr char kFooter[] =
-    "Examples:\n"
-    "  ormaagent --config agent.json topo devices\n"
-    "  ormaagent --format json cache name core-1\n"
-    "  ormaagent error-text 0x411800CC\n"
-    "  ormaagent serve\n"
-    "\n"
-    "Exit status: 0 the operation succeeded, 1 it reported failure, 2 usage or\n"
-    "configuration, 3 an exception left the operation.\n"
-    "'ormaagent COMMAND --help' tells more about a command; an argument that begins with\n"
-    "'-' goes behind '--'.";
 
 // One command line being read. CLI11 keeps pointers into it.
 class Reader {
@@ -112,7 +101,10 @@ Reader::Reader() {
   addHostCommand("serve", "Keep the services loaded until SIGINT or SIGTERM", Action::kServe);
   addHostCommand("config check", "Check the configuration file; no service is started",
                  Action::kCheckConfiguration);
-  app_.footer(kFooter);  // last: commands inherit what stands before them
+  usage::addGenerator(app_, {{"man", [this] { return usage::manPage(app_, manual()); }},
+                             {"configuration-man", configurationPage},
+                             {"bash", [this] { return usage::bashCompletion(app_, manual()); }}});
+  app_.footer(usage::helpFooter(manual()));  // last: commands inherit what stands before them
 }
 
 CLI::App* Reader::addCommand(const std::string& path, const std::string& help) {
@@ -229,6 +221,12 @@ ParsedCommandLine Reader::read(int argc, const char* const* argv) {
 }
 
 }  // namespace
+
+std::vector<std::string> formatWords() {
+  std::vector<std::string> words;
+  for (const FormatWord& row : kFormats) words.emplace_back(row.word);
+  return words;
+}
 
 ParsedCommandLine parseCommandLine(int argc, const char* const* argv) {
   return Reader().read(argc, argv);

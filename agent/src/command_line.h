@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "answer_format.h"
 #include "command.h"
@@ -35,6 +36,9 @@ struct Finished {
 };
 
 using ParsedCommandLine = std::variant<Invocation, Finished>;
+
+// What --format takes.
+std::vector<std::string> formatWords();
 
 // Reads the environment variable ORMAAGENT_CONFIG as well.
 ParsedCommandLine parseCommandLine(int argc, const char* const* argv);

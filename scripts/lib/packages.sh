@@ -12,7 +12,7 @@ emf_quickstart_packages=("${emf_release_packages[@]}" graphviz)
 emf_test_packages=(
   "${emf_release_packages[@]}"
   ccache clang libclang-rt-14-dev libgtest-dev libgmock-dev
-  ca-certificates graphviz libssl-dev openssl postgresql python3-pyasn1
+  ca-certificates graphviz libssl-dev man-db mandoc openssl postgresql python3-pyasn1
 )
 emf_bench_packages=("${emf_release_packages[@]}" ccache libbenchmark-dev)
 emf_fuzz_packages=("${emf_release_packages[@]}" ccache clang libclang-rt-14-dev)

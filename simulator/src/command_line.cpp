@@ -13,6 +13,7 @@
 #include "error.h"
 #include "generate.h"
 #include "import.h"
+#include "manual.h"
 #include "port_status.h"
 #include "progress.h"
 #include "serve.h"
@@ -23,16 +24,6 @@ namespace {
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kUsage = 2;
-
-constexpr char kExamples[] = R"(Examples:
-  ormasim generate --elements 200 --seed 7 --db net.db
-  ormasim import nets/*.graphml --db net.db
-  ormasim serve --db net.db --http-port 8080 --agent-config agent.json
-  ormasim serve --db net.db --faults faults.json
-  ormasim raise --db net.db --count 20 --device 2
-  ormasim status --db net.db --port 2/0/1/0/3 --states 0,0
-
-Exit status: 0 done, 1 failed, 2 wrong command line.)";
 
 struct Options {
   GenerateOptions generate;
@@ -195,7 +186,9 @@ CLI::App& addStatus(CLI::App& app, Options& options) {
 int runOrmasim(int argc, char** argv) {
   CLI::App app("ormasim: a stand-in network for the northbound agent", "ormasim");
   Options options;
-  app.footer(kExamples);
+  app.footer(usage::helpFooter(manual()));
+  usage::addGenerator(app, {{"man", [&app] { return usage::manPage(app, manual()); }},
+                            {"bash", [&app] { return usage::bashCompletion(app, manual()); }}});
   app.set_version_flag("--version", std::string("ormasim ") + kVersion);
   app.require_subcommand(1);
   const CLI::App& generate = addGenerate(app, options);
