@@ -6,7 +6,7 @@ emf_release_packages=(
   libace-dev libjsoncpp-dev
   libcurl4-openssl-dev libspdlog-dev libfmt-dev libsimdjson-dev
   libsoci-dev libboost-dev libpq-dev libsqlite3-dev
-  libcli11-dev libcpp-httplib-dev libpugixml-dev
+  libcli11-dev libcpp-httplib-dev libpugixml-dev libsystemd-dev
 )
 emf_quickstart_packages=("${emf_release_packages[@]}" graphviz)
 emf_test_packages=(
