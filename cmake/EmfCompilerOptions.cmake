@@ -39,6 +39,7 @@ if(EMF_SANITIZE)
   endif()
 endif()
 if(EMF_COVERAGE)
-  add_compile_options(--coverage -O0 -g)
+  # Threads count in the same counters.
+  add_compile_options(--coverage -fprofile-update=atomic -O0 -g)
   add_link_options(--coverage)
 endif()
