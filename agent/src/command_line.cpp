@@ -32,7 +32,8 @@ class Reader {
   void addParameter(CLI::App& sub, const Parameter& parameter, int i);
   void addOption(CLI::App& sub, const Option& option, int i);
   Arguments argumentsOf(const Command& command) const;
-  void addHostCommand(const std::string& path, const std::string& help, Action action);
+  CLI::App* addHostCommand(const std::string& path, const std::string& help, Action action);
+  void addServe();
 
   std::string unknownWords() const;
 
@@ -41,6 +42,8 @@ class Reader {
   Invocation invocation_;
   std::string format_ = "table";
   int logLevel_ = 0;
+  int timeoutSeconds_ = 0;
+  bool checkOnly_ = false;
   // Of the one command that is given.
   CLI::App* selected_ = nullptr;
   std::string values_[Command::kMaxParameters];
@@ -97,8 +100,13 @@ Reader::Reader() {
   app_.add_option("--log-level", logLevel_, "Highest level that is logged; overrides log.level")
       ->check(CLI::Range(0, 9).description(""))
       ->type_name("N");
+  app_.add_option("--timeout", timeoutSeconds_,
+                  "Longest time for the whole command [600, and --wait on top]; serve: to start, "
+                  "and again to stop")
+      ->check(CLI::Range(1, 86400).description(""))
+      ->type_name("SECONDS");
   for (const Command& command : commands()) addQuery(command);
-  addHostCommand("serve", "Keep the services loaded until SIGINT or SIGTERM", Action::kServe);
+  addServe();
   addHostCommand("config check", "Check the configuration file; no service is started",
                  Action::kCheckConfiguration);
   usage::addGenerator(app_, {{"man", [this] { return usage::manPage(app_, manual()); }},
@@ -192,8 +200,18 @@ Arguments Reader::argumentsOf(const Command& command) const {
   return Arguments(std::move(texts), std::move(options), std::move(repeated));
 }
 
-void Reader::addHostCommand(const std::string& path, const std::string& help, Action action) {
-  addCommand(path, help)->callback([this, action] { invocation_.action = action; });
+CLI::App* Reader::addHostCommand(const std::string& path, const std::string& help, Action action) {
+  CLI::App* const command = addCommand(path, help);
+  command->callback([this, action] { invocation_.action = action; });
+  return command;
+}
+
+void Reader::addServe() {
+  CLI::App* const serve =
+      addHostCommand("serve", "Keep the services loaded until SIGINT or SIGTERM", Action::kServe);
+  serve->add_flag("--check", checkOnly_, "The same as 'config check'");
+  serve->callback(
+      [this] { invocation_.action = checkOnly_ ? Action::kCheckConfiguration : Action::kServe; });
 }
 
 // CLI11 only says that a command is missing where a wrong one was given.
@@ -216,6 +234,7 @@ ParsedCommandLine Reader::read(int argc, const char* const* argv) {
   }
   invocation_.format = *findFormat(format_);
   if (app_.count("--log-level") > 0) invocation_.logLevel = logLevel_;
+  if (app_.count("--timeout") > 0) invocation_.timeout = std::chrono::seconds(timeoutSeconds_);
   if (invocation_.command != nullptr) invocation_.arguments = argumentsOf(*invocation_.command);
   return invocation_;
 }

@@ -7,6 +7,7 @@
 // Thread-safety: thread-safe. Wrong usage comes back as a Finished with status 2.
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <variant>
@@ -26,6 +27,7 @@ struct Invocation {
   std::string configFile;  // as given, else from the environment, else ./ormaagent.json
   Format format = Format::kTable;
   std::optional<int> logLevel;
+  std::optional<std::chrono::seconds> timeout;  // for the whole command
 };
 
 // The command line asked for help or the version, or was wrong: nothing is left to run.

@@ -6,6 +6,7 @@
 #include "message.h"
 #include "orma/bundle/configuration.h"
 #include "query.h"
+#include "waiting_for.h"
 
 namespace ormaagent {
 
@@ -16,11 +17,17 @@ constexpr Column<orma::ConfigProblem> kProblem[] = {
     {"what", [](const orma::ConfigProblem& problem) -> Value { return problem.what; }},
 };
 
+std::vector<orma::ConfigProblem> problemsOf(const std::string& file) {
+  const WaitingFor waiting("the configuration file " + file);
+  std::vector<orma::ConfigProblem> problems;
+  orma::Configuration::load(file, problems);
+  return problems;
+}
+
 }  // namespace
 
 int checkConfiguration(const Invocation& invocation, AnswerOutput& output) {
-  std::vector<orma::ConfigProblem> problems;
-  orma::Configuration::load(invocation.configFile, problems);
+  const std::vector<orma::ConfigProblem> problems = problemsOf(invocation.configFile);
   const std::size_t count = problems.size();
   const Answer answer = answerOf(static_cast<std::int64_t>(count), kProblem, problems);
   if (!writeAnswer(answer, invocation.format, output)) return kExitFailed;

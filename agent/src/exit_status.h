@@ -10,5 +10,7 @@ constexpr int kExitFailed = 1;
 constexpr int kExitUsage = 2;
 // An exception left the operation.
 constexpr int kExitException = 3;
+// The command's time was over.
+constexpr int kExitDeadline = 4;
 
 }  // namespace ormaagent

@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <memory>
@@ -12,6 +13,7 @@
 
 #include "exit_status.h"
 #include "host_failure.h"
+#include "waiting_for.h"
 
 extern char** environ;
 
@@ -92,11 +94,17 @@ class SpawnPlan {
   posix_spawn_file_actions_t actions_;
 };
 
+// The program that draws; 0: none.
+std::atomic<pid_t> drawing{0};
+
 void awaitEnd(pid_t id) {
+  const WaitingFor waiting("neato, which draws the picture");
+  drawing = id;
   int status = 0;
   while (::waitpid(id, &status, 0) < 0) {
     if (errno != EINTR) throw failed("cannot wait for neato", errno);
   }
+  drawing = 0;
   if (WIFEXITED(status) && WEXITSTATUS(status) == 0) return;
   throw HostFailure(kExitFailed,
                     WIFEXITED(status)
@@ -105,6 +113,11 @@ void awaitEnd(pid_t id) {
 }
 
 }  // namespace
+
+void endDrawing() noexcept {
+  const pid_t id = drawing;
+  if (id > 0) ::kill(id, SIGKILL);
+}
 
 std::string drawSvg(const std::string& dot) {
   constexpr const char* kWords[] = {"neato", "-n2", "-Tsvg", nullptr};

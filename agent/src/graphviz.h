@@ -12,4 +12,7 @@ namespace ormaagent {
 
 std::string drawSvg(const std::string& dot);
 
+// Ends a drawing that is under way, for a process that is about to end itself. Thread-safe.
+void endDrawing() noexcept;
+
 }  // namespace ormaagent

@@ -7,6 +7,7 @@
 
 #include "display_text.h"
 #include "orma/bundle/configuration.h"
+#include "orma/log/journal.h"
 
 namespace ormaagent {
 
@@ -26,7 +27,11 @@ void writeLine(std::string_view prefix, std::string_view text) {
 
 }  // namespace
 
-void tell(std::string_view text) { writeLine("ormaagent: ", text); }
+void tell(std::string_view text) {
+  writeLine(orma::standardErrorIsJournal() ? "<3>ormaagent: " : "ormaagent: ", text);
+}
+
+void tellNotice(std::string_view text) { writeLine("ormaagent: ", text); }
 
 void tellLine(std::string_view text) { writeLine("", text); }
 

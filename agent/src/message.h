@@ -9,7 +9,11 @@
 
 namespace ormaagent {
 
+// In the journal it counts as an error.
 void tell(std::string_view text);
+
+// The same for what is no failure.
+void tellNotice(std::string_view text);
 
 // Without the program's name: a line that others wait for or that belongs to the answer above it.
 void tellLine(std::string_view text);

@@ -7,6 +7,7 @@
 
 #include "exit_status.h"
 #include "host_failure.h"
+#include "waiting_for.h"
 
 namespace ormaagent {
 
@@ -24,6 +25,7 @@ void readLines(std::istream& stream, std::vector<std::string>& names) {
 }
 
 void readFile(const std::string& file, std::vector<std::string>& names) {
+  const WaitingFor waiting("the file " + file);
   errno = 0;
   std::ifstream stream(file, std::ios::binary);
   if (!stream) failToRead(file);
@@ -37,6 +39,7 @@ std::vector<std::string> readNames(std::vector<std::string> words,
                                    const std::vector<std::string>& files) {
   for (const std::string& file : files) {
     if (file == "-") {
+      const WaitingFor waiting("standard input");
       readLines(std::cin, words);
     } else {
       readFile(file, words);

@@ -1,11 +1,14 @@
 #include "program.h"
 
+#include <chrono>
 #include <exception>
 #include <memory>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
 
+#include "command_deadline.h"
 #include "command_line.h"
 #include "configuration_check.h"
 #include "configuration_source.h"
@@ -13,10 +16,25 @@
 #include "message.h"
 #include "query.h"
 #include "serve.h"
+#include "waiting_for.h"
 
 namespace ormaagent {
 
 namespace {
+
+// Whatever a command asks for is there within minutes; what takes longer is not to go on for ever.
+constexpr std::chrono::seconds kUsualLimit{600};
+
+std::chrono::seconds limitOf(const Invocation& invocation) {
+  if (invocation.timeout) return *invocation.timeout;
+  if (invocation.command == nullptr) return kUsualLimit;
+  for (const Option& option : invocation.command->options) {
+    if (option.name == nullptr) break;
+    if (std::string_view(option.name) != "--wait") continue;
+    return kUsualLimit + std::chrono::seconds(invocation.arguments.numberOption<int>("--wait"));
+  }
+  return kUsualLimit;
+}
 
 int finish(const Finished& finished, AnswerOutput& output) {
   tellLines(finished.message);
@@ -26,6 +44,7 @@ int finish(const Finished& finished, AnswerOutput& output) {
 }
 
 std::shared_ptr<const orma::Configuration> configurationOf(const Invocation& invocation) {
+  const WaitingFor waiting("the configuration file " + invocation.configFile);
   std::vector<orma::ConfigProblem> problems;
   auto configuration = loadConfiguration(invocation.configFile, invocation.logLevel, problems);
   if (configuration) return configuration;
@@ -36,12 +55,21 @@ std::shared_ptr<const orma::Configuration> configurationOf(const Invocation& inv
   return nullptr;
 }
 
-int runWithServices(const Invocation& invocation, AnswerOutput& output) {
+int runWithServices(const Invocation& invocation, CommandDeadline& deadline, AnswerOutput& output) {
   auto configuration = configurationOf(invocation);
   if (!configuration) return kExitUsage;
-  if (invocation.action == Action::kServe) holdSignals();
   ServiceHost host(std::move(configuration));
-  return invocation.action == Action::kServe ? serve(host) : runQuery(invocation, host, output);
+  return invocation.action == Action::kServe ? serve(host, deadline, limitOf(invocation))
+                                             : runQuery(invocation, host, output);
+}
+
+int runWithin(const Invocation& invocation, AnswerOutput& output) {
+  if (invocation.action == Action::kServe) holdSignals();
+  CommandDeadline deadline;
+  deadline.set(limitOf(invocation));
+  return invocation.action == Action::kCheckConfiguration
+             ? checkConfiguration(invocation, output)
+             : runWithServices(invocation, deadline, output);
 }
 
 }  // namespace
@@ -50,9 +78,7 @@ int run(int argc, const char* const* argv, AnswerOutput& output) {
   try {
     const ParsedCommandLine parsed = parseCommandLine(argc, argv);
     if (const auto* finished = std::get_if<Finished>(&parsed)) return finish(*finished, output);
-    const auto& invocation = std::get<Invocation>(parsed);
-    return invocation.action == Action::kCheckConfiguration ? checkConfiguration(invocation, output)
-                                                            : runWithServices(invocation, output);
+    return runWithin(std::get<Invocation>(parsed), output);
   } catch (const std::exception& failure) {
     tell(failure.what());
     return kExitUsage;

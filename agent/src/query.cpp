@@ -16,6 +16,7 @@
 #include "orma/bundle/configuration.h"
 #include "plugin_library.h"
 #include "processexception.h"
+#include "waiting_for.h"
 
 namespace ormaagent {
 
@@ -93,6 +94,7 @@ int report(const Invocation& invocation, const Answer& answer, AnswerOutput& out
 
 int callOperation(const Invocation& invocation, AnswerOutput& output) {
   const std::string subject = subjectOf(invocation) + ": ";
+  const WaitingFor waiting("the operation of \"" + std::string(invocation.command->path) + "\"");
   try {
     return report(invocation, invocation.command->operation(invocation.arguments), output);
   } catch (const ServiceMissing& missing) {
@@ -125,6 +127,7 @@ int callOperation(const Invocation& invocation, AnswerOutput& output) {
 bool writeAnswer(const Answer& answer, Format format, AnswerOutput& output) {
   const auto characterSet =
       static_cast<CharacterSet>(orma::Configuration::current()->integer("text.characterSetSwitch"));
+  const WaitingFor waiting("the reader of standard output");
   if (output.write(formatAnswer(answer, format, characterSet))) return true;
   tell("cannot write the answer to standard output: " + output.failure());
   return false;

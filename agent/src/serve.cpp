@@ -18,6 +18,7 @@
 #include "plugin_library.h"
 #include "readiness.h"
 #include "serve_settings.h"
+#include "service_manager.h"
 
 namespace ormaagent {
 
@@ -79,7 +80,11 @@ void openEndpoint(HealthEndpoint& endpoint) {
 
 void reopenLog() {
   const std::string fault = orma::reopenLog();
-  tell(fault.empty() ? "the log was opened anew on SIGHUP" : fault);
+  if (fault.empty()) {
+    tellNotice("the log was opened anew on SIGHUP");
+  } else {
+    tell(fault);
+  }
 }
 
 // Turns until a stop is asked for; the signal that asked.
@@ -100,7 +105,7 @@ void holdSignals() {
   ::pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
 
-int serve(ServiceHost& host) {
+int serve(ServiceHost& host, CommandDeadline& deadline, std::chrono::seconds limit) {
   State state;
   HealthEndpoint endpoint(pagesOf(state));
   openEndpoint(endpoint);
@@ -110,10 +115,15 @@ int serve(ServiceHost& host) {
     return kExitUsage;
   }
   state.plugin = pluginFault(host).empty() ? PluginState::kRunning : PluginState::kNotRunning;
+  deadline.clear();
+  ServiceManager manager([&state] { return state.heartbeat.age() <= kLongestTurn; });
+  manager.ready();
   tellLine("ready");
   const int received = turnUntilStop(state);
-  tell(std::string("stopping on ") + ::strsignal(received) + "; the same again ends at once");
+  deadline.set(limit);
+  tellNotice(std::string("stopping on ") + ::strsignal(received) + "; the same again ends at once");
   releaseStopSignals();
+  manager.stopping();
   endpoint.stop();
   return host.stop() ? kExitSucceeded : kExitFailed;
 }

@@ -3,6 +3,9 @@
 // Thread-safety: belongs to the main thread.
 #pragma once
 
+#include <chrono>
+
+#include "command_deadline.h"
 #include "service_host.h"
 
 namespace ormaagent {
@@ -15,6 +18,7 @@ void holdSignals();
 // line "ready" to standard error, waits for SIGINT or SIGTERM and stops the services. SIGHUP opens
 // the log anew. A second signal while the services stop ends the process at once. Gives the exit
 // status; throws HostFailure when the endpoint cannot be opened.
-int serve(ServiceHost& host);
+// Both the start and the stop have `limit`; `deadline` is set for the start already.
+int serve(ServiceHost& host, CommandDeadline& deadline, std::chrono::seconds limit);
 
 }  // namespace ormaagent

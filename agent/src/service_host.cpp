@@ -9,6 +9,7 @@
 #include "orma/bundle/bundle_mgr.h"
 #include "orma/log/log_sink.h"
 #include "sleep_interrupter.h"
+#include "waiting_for.h"
 
 namespace ormaagent {
 
@@ -42,6 +43,7 @@ ServiceHost::~ServiceHost() { stop(); }
 
 bool ServiceHost::start() {
   started_ = true;
+  const WaitingFor waiting("the services to start");
   const SleepInterrupter interrupter;  // a service that fails may take others with it
   const auto report = BundleMgr::Instance()->Start(*configuration_);
   tellFailures(report.failures);
@@ -68,6 +70,7 @@ NS_BUNDLEMGR1::ServiceObjectBase* ServiceHost::find(const std::string& bundle,
 
 bool ServiceHost::stop() {
   if (!std::exchange(started_, false)) return true;
+  const WaitingFor waiting("the services to stop");
   std::vector<NS_BUNDLEMGR1::ServiceFailure> failures;
   {
     const SleepInterrupter interrupter;

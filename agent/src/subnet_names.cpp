@@ -5,6 +5,7 @@
 
 #include "emftopointerface.h"
 #include "orma/bundle/config_items.h"
+#include "waiting_for.h"
 
 namespace ormaagent {
 
@@ -39,6 +40,7 @@ bool subnetNamesKept() {
 std::vector<std::string> awaitSubnetNames(const std::vector<unsigned long>& devices, Await what,
                                           std::chrono::seconds longest) {
   const auto end = std::chrono::steady_clock::now() + longest;
+  const WaitingFor waiting("the first subnet names");
   auto names = namesOf(devices);
   while (subnetNamesKept() && !devices.empty() && !arrived(names, what) &&
          std::chrono::steady_clock::now() < end) {

@@ -61,6 +61,17 @@ TEST_F(CommandLine, GroupAndWordFindTheirRow) {
   EXPECT_EQ(found.logLevel, std::nullopt);
 }
 
+TEST_F(CommandLine, TheTimeoutIsTheCommandsOwnUnlessGiven) {
+  EXPECT_EQ(invocation({"serve"}).timeout, std::nullopt);
+  EXPECT_EQ(invocation({"serve", "--timeout", "86400"}).timeout, std::chrono::seconds(86400));
+  EXPECT_EQ(invocation({"--timeout=1", "topo", "devices"}).timeout, std::chrono::seconds(1));
+}
+
+TEST_F(CommandLine, ServeMayCheckTheConfigurationAlone) {
+  EXPECT_EQ(invocation({"serve"}).action, Action::kServe);
+  EXPECT_EQ(invocation({"serve", "--check"}).action, Action::kCheckConfiguration);
+}
+
 TEST_F(CommandLine, EveryRowIsReachedByItsExample) {
   for (const Command& command : commands()) {
     std::istringstream text(std::string(command.path) + " " + command.example);
@@ -199,6 +210,9 @@ TEST_F(CommandLine, WrongUsageSaysWhatWouldBeRight) {
   expectUsage({"error-text", "0xZ"}, "hexadecimal");
   expectUsage({"--format", "xml", "serve"}, "--format: must be table, json or csv");
   expectUsage({"--log-level", "10", "serve"}, "--log-level");
+  for (const char* seconds : {"0", "86401", "-1", "1.5", ""}) {
+    expectUsage({"--timeout", seconds, "serve"}, "--timeout");
+  }
   expectUsage({"--config"}, "--config");
 }
 
