@@ -77,6 +77,29 @@ show_first() {
   printf '  ... %d lines in all\n' "$(wc -l <"$work/answer")"
 }
 
+# raise_alarms DEVICE COUNT: what goes wrong in the network while it is served.
+raise_alarms() {
+  printf '\n%s\n' "The simulator raises $2 alarms on device $1."
+  "$bin/ormasim" raise --db "$work/network.db" --device "$1" --count "$2" ||
+    fail "the alarms could not be raised"
+}
+
+# show_named_alarms TEXT DEVICE: its alarms, each with the name of its definition (by group and id)
+# and the cause of its reason.
+show_named_alarms() {
+  printf '\n%s\n' "$1"
+  agent --format csv alarm definitions >"$work/definitions.csv"
+  agent --format csv alarm reasons >"$work/reasons.csv"
+  agent --format csv alarm current --device "$2" >"$work/alarms.csv"
+  awk -F, '
+    { gsub(/["\r]/, "") }
+    FNR == 1 { ++file; next }
+    file == 1 { name[$1, $2] = $10 }
+    file == 2 { cause[$1, $2, $3] = $4 }
+    file == 3 { printf "  %s  %-24s  %s\n", $13, name[$7, $11], cause[$7, $11, $12] }
+  ' "$work/definitions.csv" "$work/reasons.csv" "$work/alarms.csv"
+}
+
 step "Packages"
 install_packages "${emf_quickstart_packages[@]}" || fail "the packages could not be installed"
 echo "Everything that the build and the picture need is installed."
@@ -111,6 +134,10 @@ show_first 12 "The submaps as a tree, with how many submaps and devices each hol
 show "The subnets that a device lies in, as the plug-in keeps them:" \
   topo submap-name 12 --wait 30
 show_first 12 "Every link, with the status of both ends:" --format csv topo links
+raise_alarms 12 8
+show "The alarms just raised on device 12, fetched frame by frame from the fault server:" \
+  alarm current --device 12
+show_named_alarms "The same with name and cause, from the catalogue of definitions and reasons:" 12
 show "A picture of all that, drawn by Graphviz:" topo draw --out "$picture"
 show "The text of an error number, as other services of the agent get it:" error-text 0x411800CC
 
