@@ -9,6 +9,7 @@ namespace ormasim::testing {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 
 constexpr char kDefinitions[] = "/rest/fault/v1/alarm-definitions";
 constexpr char kReasons[] = "/rest/fault/v1/alarm-reasons";
@@ -104,6 +105,19 @@ TEST_F(AlarmServicesTest, WhatIsNotUnderstoodIsRefusedWithAReason) {
   }
   EXPECT_EQ(post(kDefinitions, R"({"offset":0,"limit":5})", "text/plain")->status, 400);
   EXPECT_EQ(get(kDefinitions)->status, 405);
+}
+
+class DocumentedAlarmServices : public ServerTest {};
+
+TEST_F(DocumentedAlarmServices, ExamplesAreWhatIsAnswered) {
+  serveNetwork(5);
+  const std::string document = contentOf(ORMASIM_FORMATS_DOCUMENT);
+  const std::pair<const char*, const char*> kExamples[] = {
+      {kDefinitions, R"({"limit":1,"offset":0})"}, {kRedefined, R"({"limit":1,"offset":1})"}};
+  for (const auto& [path, body] : kExamples) {
+    EXPECT_THAT(document, HasSubstr(std::string("`POST ") + path + "`\n```json\n" + body +
+                                    "\n```\n```json\n" + post(path, body)->body + "```\n"));
+  }
 }
 
 TEST(FaultServerRules, ActionsAndMembersAreThoseOfTheFaultServer) {
