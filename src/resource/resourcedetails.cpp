@@ -61,10 +61,12 @@ std::int64_t EMFResMgrI::getResourceLocation(std::int64_t iid, LocationInfo_& in
   const Json::Value* location = firstOf(answer, "locationInfo");
   if (location == nullptr || !hasMember(*location, "devMTInfo")) return kFailure;
   const Json::Value& place = (*location)["devMTInfo"];
-  info.country = northText(place, "country");
-  info.province = northText(place, "province");
-  info.city = northText(place, "city");
-  info.address = northText(place, "address");
+  LocationInfo_ found = info;  // whole or not at all: a member of a wrong type throws
+  found.country = northText(place, "country");
+  found.province = northText(place, "province");
+  found.city = northText(place, "city");
+  found.address = northText(place, "address");
+  info = std::move(found);
   return 0;
 }
 

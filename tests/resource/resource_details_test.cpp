@@ -104,10 +104,16 @@ TEST_F(ResourceLocation, PlaceThatIsNoObjectHoldsNothing) {
 }
 
 TEST_F(ResourceLocation, MemberOfAWrongTypeReachesTheCaller) {
-  platform().resources.answers(json(R"({"locationInfo":[{"devMTInfo":{"country":[]}}]})"));
-  LocationInfo_ info = kBefore;
-  EXPECT_THROW(EMFResMgrI::getResourceLocation(kIid, info), Json::LogicError);
-  EXPECT_EQ(info, kBefore);
+  for (const char* key : {"country", "province", "city", "address"}) {
+    Json::Value place = json(R"({"country":"CN","province":"GD","city":"SZ","address":"1"})");
+    place[key] = Json::Value(Json::arrayValue);
+    Json::Value answer;
+    answer["locationInfo"][0]["devMTInfo"] = place;
+    platform().resources.answers(answer);
+    LocationInfo_ info = kBefore;
+    EXPECT_THROW(EMFResMgrI::getResourceLocation(kIid, info), Json::LogicError) << key;
+    EXPECT_EQ(info, kBefore) << key;
+  }
 }
 
 TEST_F(ResourceLocation, WithoutALogServiceAFailureIsSilent) {
