@@ -195,6 +195,14 @@ TEST_P(LabelKind, OnlyPortsAnnounceTheirCall) {
   }
 }
 
+// The call is announced before it is seen that nothing is to be done.
+TEST_F(ResourceLabels, PortsAnnounceTheirCallWithoutNamesToo) {
+  Records out;
+  EMFResMgrI::getPortResourceLabelsByRest(out, {});
+  EXPECT_THAT(platform().trace.texts(),
+              ElementsAre("EMFResMgrI::getPortResourceLabelsByRest called"));
+}
+
 TEST_P(LabelKind, AbsentNameOrDnGivesAnEmptyText) {
   const Kind& kind = GetParam();
   Json::Value object = json(kind.object);
