@@ -254,6 +254,17 @@ TEST_F(AgentLog, NoTextIsAnAssertion) {
   EXPECT_EQ(contentOfLog("agent.log"), "before after");
 }
 
+TEST_F(AgentLog, AssertionNamesItsLineInTheRecordAndInTheText) {
+  runWhole([] {
+    writeLog("first");
+    WriteLog(nullptr);
+    const auto lines = emf::doubles::platform().log.lines();
+    ASSERT_THAT(lines, SizeIs(1));
+    EXPECT_EQ(lines[0].text, "ASSERT: file emfglobal, line " + std::to_string(lines[0].line) +
+                                 " assertion failed for '0 != szBuffer'.\n");
+  });
+}
+
 TEST_F(AgentLog, AssertionGoesToTheProxyWithoutALogService) {
   runWhole([] {
     emf::doubles::platform().log.absent();
