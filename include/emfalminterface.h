@@ -23,8 +23,9 @@
 class EMF_API EMFAlarmI {
  public:
   // Appends the current alarms, in the fault server's order. Returns 0. Throws ProcessException
-  // with the code of a failed exchange or of a frame, and lets what the decoder throws pass; the
-  // alarms of earlier frames stay appended.
+  // with the code of a failed exchange or of a frame, and lets what the decoder throws pass (a
+  // CSM_Exception by pointer, which the caller deletes); the alarms of earlier frames stay
+  // appended. One frame is held at a time. Waits up to the channel's timeout for each frame.
   static std::int64_t getAllAlarms(std::list<FaultRecord>& out);
 
   // The same as getAllAlarms: `seconds` has no effect, meant so.

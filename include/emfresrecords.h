@@ -1,10 +1,14 @@
 // The records of EMFResMgrI: plain values, every field public, the copy field by field. Order and
 // widths of the fields are part of the binary interface.
 //
+//   std::list<Resource> elements;
+//   EMFResMgrI::getAllManagedElements(elements);
+//   for (const Resource& element : elements) std::cout << element.iid << ' ' << element.name;
+//
 // Texts are bytes in the agent's character set unless marked otherwise. Absent texts are empty,
 // absent numbers 0.
 //
-// Thread-safety: thread-compatible.
+// Thread-safety: thread-compatible. Nothing fails.
 #pragma once
 
 #include <cstdint>
