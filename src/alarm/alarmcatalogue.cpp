@@ -8,6 +8,7 @@
 #include "emfglobal.h"
 #include "orma/rest/nbi_http_proxy.h"
 #include "resourcenames.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -157,9 +158,11 @@ std::int64_t getCatalogue(std::vector<typename Catalogue::Record>& out) {
 }  // namespace
 
 std::int64_t EMFAlarmI::getAllAlarmCfg(std::vector<AlarmCfg>& out) {
-  return getCatalogue<Definitions>(out);
+  emf::WatchedCall call("EMFAlarmI::getAllAlarmCfg");
+  return call.result(getCatalogue<Definitions>(out));
 }
 
 std::int64_t EMFAlarmI::getAllAlarmReason(std::vector<AlarmReason>& out) {
-  return getCatalogue<Reasons>(out);
+  emf::WatchedCall call("EMFAlarmI::getAllAlarmReason");
+  return call.result(getCatalogue<Reasons>(out));
 }

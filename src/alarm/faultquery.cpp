@@ -8,6 +8,7 @@
 #include "faultmessages.h"
 #include "orma/channel/asn_phy_cmd.h"
 #include "processfailure.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -154,10 +155,12 @@ std::int64_t queryFaultRecords(std::list<FaultRecord>& out, unsigned long comman
 }
 
 std::int64_t EMFAlarmI::getAllAlarms(std::list<FaultRecord>& out) {
-  return queryFaultRecords(out, kQueryCurrentAlarms, 0);
+  emf::WatchedCall call("EMFAlarmI::getAllAlarms");
+  return call.result(queryFaultRecords(out, kQueryCurrentAlarms, 0));
 }
 
 // Asks for the current alarms, not for events since then: meant so.
 std::int64_t EMFAlarmI::getAllEvents(std::list<FaultRecord>& out, unsigned int seconds) {
-  return queryFaultRecords(out, kQueryCurrentAlarms, seconds);
+  emf::WatchedCall call("EMFAlarmI::getAllEvents");
+  return call.result(queryFaultRecords(out, kQueryCurrentAlarms, seconds));
 }

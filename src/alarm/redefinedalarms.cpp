@@ -8,6 +8,7 @@
 #include "emfglobal.h"
 #include "orma/rest/nbi_http_proxy.h"
 #include "processexception.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -80,7 +81,9 @@ std::int64_t readRows(std::vector<AlarmCfg>& out) {
 
 }  // namespace
 
+// To who watches, nothing to read is no failure.
 std::int64_t EMFAlarmI::getRedefineAlarmInfo(std::vector<AlarmCfg>& out) {
+  emf::WatchedCall call("EMFAlarmI::getRedefineAlarmInfo");
   try {
     return readRows(out);
   } catch (const ProcessException& failure) {
@@ -88,6 +91,7 @@ std::int64_t EMFAlarmI::getRedefineAlarmInfo(std::vector<AlarmCfg>& out) {
             "[EMFAlarmI::getRedefineAlarmInfo]: Call getRedefineAlarmInfo catch processException! "
             "errorCode = %d",
             failure.errCode);
+    call.fail();
     return kSuccess;  // a failure that reads as success: meant so
   }
 }
