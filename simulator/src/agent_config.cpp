@@ -27,7 +27,7 @@ struct BundleRow {
 
 // The log service comes first: the others find it when they start.
 constexpr BundleRow kBundles[] = {
-    {"ii_log_bundle", "ii_log_service", "liborma_log.so", "_make_orma_log_service"},
+    {"ii_log_bundle", "ii_log_service", kLogLibrary, "_make_orma_log_service"},
     {"ii_orma_corbaagent_bundle", "ii_ormaiac_emf", "libii_ormaiac_emf.so", "_make_ii_ormaiac_emf"},
 };
 

@@ -159,7 +159,7 @@ TEST_F(ServeProgramTest, AgentConfigurationIsThereWhenTheReadyLineIs) {
   EXPECT_EQ(
       log["bundle"].asString() + " " + log["service"].asString() + " " + log["factory"].asString(),
       "ii_log_bundle ii_log_service _make_orma_log_service");
-  EXPECT_THAT(log["library"].asString(), ::testing::EndsWith("liborma_log.so"));
+  EXPECT_THAT(log["library"].asString(), ::testing::EndsWith("/liborma_log.so.1"));
   const Json::Value& plugin = config["bundles"][1];
   EXPECT_EQ(plugin["bundle"].asString() + " " + plugin["service"].asString() + " " +
                 plugin["factory"].asString(),
