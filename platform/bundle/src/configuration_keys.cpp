@@ -75,6 +75,8 @@ constexpr ConfigKey kKeys[] = {
      "sqlite:PATH, relative to this file's directory, or postgresql:CONNINFO"},
     {"database.busyTimeoutMs", Type::Integer, "5000", 0, 600000, "",
      "milliseconds to wait for a locked database"},
+    {"database.statementTimeoutMs", Type::Integer, "60000", 1, 3600000, "",
+     "milliseconds for one statement"},
     {"serve.address", Type::Text, "127.0.0.1", 0, 0, "",
      "address at which serve offers health and metrics"},
     {"serve.port", Type::Integer, "-1", -1, 65535, "",

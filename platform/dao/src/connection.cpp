@@ -28,15 +28,19 @@ StatementHandle Connection::takePrepared(const std::string& text) {
 }
 
 StatementHandle Connection::prepare(const std::string& text) {
+  const DatabaseWait wait(*this);
   StatementHandle statement(session_.make_statement_backend());
   statement->alloc();
-  statement->prepare(text, soci::details::st_repeatable_query);
+  wait([&] { statement->prepare(text, soci::details::st_repeatable_query); });
   return statement;
 }
 
 void Connection::keepPrepared(std::string text, StatementHandle statement) {
   makeIdle(*statement);
-  if (prepared_.size() == kMostPrepared) prepared_.erase(prepared_.begin());
+  if (prepared_.size() == kMostPrepared) {
+    const DatabaseWait wait(*this);  // the server hears of what it may forget
+    prepared_.erase(prepared_.begin());
+  }
   prepared_.push_back({std::move(text), std::move(statement)});
 }
 

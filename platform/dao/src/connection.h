@@ -4,6 +4,7 @@
 
 #include <soci/soci.h>
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -62,6 +63,10 @@ class Connection {
   // SOCI throws.
   virtual std::unique_ptr<soci::blob> makeBlob(const refl::Bytes& bytes) = 0;
 
+  // Between the two, a wait for the database ends in a failure soon after that time.
+  virtual void beginWait(std::chrono::steady_clock::time_point end) = 0;
+  virtual void endWait() noexcept = 0;
+
   virtual std::unique_ptr<RowReader> makeRowReader(
       soci::details::statement_backend& statement) const = 0;
 
@@ -89,6 +94,38 @@ class Connection {
   const ConnectionSettings settings_;
   soci::session session_;
   std::vector<Prepared> prepared_;  // in the order of their last uses
+};
+
+// One wait for the database, which has as long as a statement may take.
+class DatabaseWait {
+ public:
+  explicit DatabaseWait(Connection& connection)
+      : connection_(connection),
+        end_(std::chrono::steady_clock::now() + connection.settings().statementLimit) {
+    connection_.beginWait(end_);
+  }
+  ~DatabaseWait() { connection_.endWait(); }
+  DatabaseWait(const DatabaseWait&) = delete;
+  DatabaseWait& operator=(const DatabaseWait&) = delete;
+
+  // A failure once the time is over is told as that.
+  template <typename Call>
+  auto operator()(Call call) const {
+    try {
+      return call();
+    } catch (const std::bad_alloc&) {
+      throw;
+    } catch (const std::exception&) {
+      if (std::chrono::steady_clock::now() < end_) throw;
+      throw std::runtime_error("the statement took longer than " +
+                               std::to_string(connection_.settings().statementLimit.count()) +
+                               " ms (database.statementTimeoutMs)");
+    }
+  }
+
+ private:
+  Connection& connection_;
+  const std::chrono::steady_clock::time_point end_;
 };
 
 std::shared_ptr<Connection> openSqlite(const ConnectionSettings& settings);

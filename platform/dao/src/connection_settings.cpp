@@ -27,6 +27,8 @@ ConnectionSettings connectionSettings(const orma::Configuration& configuration) 
   const std::string connection = configuration.text("database.connection");
   ConnectionSettings settings;
   settings.lockWait = std::chrono::milliseconds(configuration.integer("database.busyTimeoutMs"));
+  settings.statementLimit =
+      std::chrono::milliseconds(configuration.integer("database.statementTimeoutMs"));
   if (connection.empty()) refuse("is not set");
   if (startsWith(connection, kSqlitePrefix)) {
     settings.server = kDbServerSqlite;

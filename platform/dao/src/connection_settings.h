@@ -29,9 +29,11 @@ struct ConnectionSettings {
   DbServerType server = kDbServerNone;
   std::string target;  // SQLite: the file's absolute path; PostgreSQL: as libpq takes it
   std::chrono::milliseconds lockWait{0};
+  std::chrono::milliseconds statementLimit{0};
 
   friend bool operator==(const ConnectionSettings& a, const ConnectionSettings& b) {
-    return a.server == b.server && a.target == b.target && a.lockWait == b.lockWait;
+    return a.server == b.server && a.target == b.target && a.lockWait == b.lockWait &&
+           a.statementLimit == b.statementLimit;
   }
 };
 

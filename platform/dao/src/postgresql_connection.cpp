@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <optional>
 
 #include "connection.h"
+#include "socket_deadline.h"
 
 namespace dao {
 namespace {
@@ -41,6 +43,11 @@ class ConnectOptions {
     if (keyword == "connect_timeout") return "10";
     if (keyword == "client_encoding") return "UTF8";
     if (keyword == "application_name") return "orma_dao";
+    // A server whose host is gone is found out within a minute.
+    if (keyword == "keepalives_idle") return "30";
+    if (keyword == "keepalives_interval") return "10";
+    if (keyword == "keepalives_count") return "3";
+    if (keyword == "tcp_user_timeout") return "60000";
     return nullptr;
   }
 
@@ -143,10 +150,12 @@ class PostgresqlConnection : public Connection {
  public:
   explicit PostgresqlConnection(const ConnectionSettings& settings)
       : Connection(settings, soci::postgresql, ConnectOptions(settings.target).address()) {
+    const DatabaseWait wait(*this);
     // To this server 0 means to wait for ever.
     const auto lockWait = std::max<std::chrono::milliseconds::rep>(1, settings.lockWait.count());
     session() << "SET lock_timeout = " << lockWait;
     session() << "SET default_transaction_read_only = on";
+    session() << "SET statement_timeout = " << settings.statementLimit.count();
   }
 
   // The server forgets them with the connection: no need to tell it about each.
@@ -156,7 +165,19 @@ class PostgresqlConnection : public Connection {
 
   bool isStale() const override { return false; }
 
-  bool isLost() override { return !session().is_connected(); }
+  // Asks the server.
+  bool isLost() override {
+    const DatabaseWait wait(*this);
+    return !session().is_connected();
+  }
+
+  void beginWait(std::chrono::steady_clock::time_point end) override {
+    const auto* backend = static_cast<soci::postgresql_session_backend*>(session().get_backend());
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+    deadline_.emplace(PQsocket(backend->conn_), left + kGrace);
+  }
+  void endWait() noexcept override { deadline_.reset(); }
 
   bool isOutdated(const std::exception& failure) const override {
     const auto* ofServer = dynamic_cast<const soci::postgresql_soci_error*>(&failure);
@@ -174,6 +195,9 @@ class PostgresqlConnection : public Connection {
   }
 
  private:
+  // The server itself ends a statement in time, unless it is out of order.
+  static constexpr std::chrono::milliseconds kGrace{1000};
+
   static soci::postgresql_statement_backend& backendOf(
       soci::details::statement_backend& statement) {
     return static_cast<soci::postgresql_statement_backend&>(statement);
@@ -185,6 +209,8 @@ class PostgresqlConnection : public Connection {
     backend.useByPosBuffers_.clear();
     backend.hasUseElements_ = false;
   }
+
+  std::optional<SocketDeadline> deadline_;  // while a wait lasts
 };
 
 }  // namespace

@@ -91,7 +91,12 @@ class SqliteConnection : public Connection {
     // A file that is open for reading can still be copied into a new one, and temporary tables
     // written: those are refused as well.
     session() << "PRAGMA query_only = ON";
+    api::sqlite3_progress_handler(backend->conn_, kStepsBetweenLooks, &SqliteConnection::isOver,
+                                  this);
   }
+
+  void beginWait(std::chrono::steady_clock::time_point end) override { end_ = end; }
+  void endWait() noexcept override { end_ = std::chrono::steady_clock::time_point::max(); }
 
   bool isStale() const override { return !isStillThere(settings().target, identity_); }
 
@@ -121,7 +126,16 @@ class SqliteConnection : public Connection {
     backend.boundByPos_ = false;
   }
 
+  // Called by SQLite in between; anything but 0 ends the statement.
+  static int isOver(void* self) {
+    return std::chrono::steady_clock::now() < static_cast<SqliteConnection*>(self)->end_ ? 0 : 1;
+  }
+
+  // Some ten microseconds' worth of SQLite's virtual machine.
+  static constexpr int kStepsBetweenLooks = 1000;
+
   const FileIdentity identity_;
+  std::chrono::steady_clock::time_point end_ = std::chrono::steady_clock::time_point::max();
 };
 
 }  // namespace

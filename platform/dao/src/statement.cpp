@@ -52,7 +52,9 @@ void Statement::run(StatementHandle handle, const std::vector<refl::CValue>& par
   for (std::size_t i = 0; i < parameters.size(); ++i) {
     bind(parameters[i], static_cast<int>(i) + 1);
   }
-  if (handle_->execute(1) == statement_backend::ef_success) position_ = Position::BeforeFirst;
+  const DatabaseWait wait(*connection_);
+  const auto result = wait([this] { return handle_->execute(1); });
+  if (result == statement_backend::ef_success) position_ = Position::BeforeFirst;
   reader_ = connection_->makeRowReader(*handle_);
   columnNames_ = reader_->columnNames();
 }
@@ -99,15 +101,21 @@ bool Statement::next() {
       position_ = Position::OnRow;
       break;
     case Position::OnRow:
-      position_ = Position::AtEnd;  // also when the read fails
-      failed_ = true;
-      if (handle_->fetch(1) == statement_backend::ef_success) position_ = Position::OnRow;
-      failed_ = false;
+      fetch();
       break;
     case Position::AtEnd:
       break;
   }
   return position_ == Position::OnRow;
+}
+
+void Statement::fetch() {
+  position_ = Position::AtEnd;  // also when the read fails
+  failed_ = true;
+  const DatabaseWait wait(*connection_);
+  const auto result = wait([this] { return handle_->fetch(1); });
+  if (result == statement_backend::ef_success) position_ = Position::OnRow;
+  failed_ = false;
 }
 
 refl::CValue Statement::value(std::size_t column) const {

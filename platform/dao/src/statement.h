@@ -53,6 +53,7 @@ class Statement {
 
   void run(StatementHandle handle, const std::vector<refl::CValue>& parameters);
   void bind(const refl::CValue& value, int position);
+  void fetch();
 
   enum class Position { BeforeFirst, OnRow, AtEnd };
 

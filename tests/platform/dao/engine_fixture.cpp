@@ -43,7 +43,8 @@ EngineTest::~EngineTest() {
   install(Json::objectValue, "/");
 }
 
-void EngineTest::configure(const std::string& connection, int busyTimeoutMs) {
+void EngineTest::configure(const std::string& connection, int busyTimeoutMs,
+                           int statementTimeoutMs) {
   Json::Value document;
   document["log"]["file"] = file(kLogFile);
   document["log"]["format"] = "json";
@@ -51,6 +52,7 @@ void EngineTest::configure(const std::string& connection, int busyTimeoutMs) {
   document["log"]["level"] = 3;
   document["database"]["connection"] = connection;
   document["database"]["busyTimeoutMs"] = busyTimeoutMs;
+  document["database"]["statementTimeoutMs"] = statementTimeoutMs;
   install(document, directory_.path());
 }
 

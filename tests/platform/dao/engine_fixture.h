@@ -44,7 +44,8 @@ class EngineTest : public ::testing::Test {
   EngineTest();
   ~EngineTest() override;
 
-  void configure(const std::string& connection, int busyTimeoutMs = 5000);
+  void configure(const std::string& connection, int busyTimeoutMs = 5000,
+                 int statementTimeoutMs = 60000);
   // A path of this name in the test's own directory.
   std::string file(const std::string& name) const { return directory_.path() + "/" + name; }
   CEmfCommDBEngine& engine() const {

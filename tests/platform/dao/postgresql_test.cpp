@@ -1,5 +1,6 @@
 // What is peculiar to PostgreSQL: its types, and connections that are lost.
 #include <gmock/gmock.h>
+#include <signal.h>
 
 #include <chrono>
 #include <cmath>
@@ -219,6 +220,32 @@ TEST_F(Postgresql, DestroyedEngineLeavesNoConnection) {
       "WHERE application_name = "
       "'orma_dao') > 0 LOOP PERFORM pg_stat_clear_snapshot(); END LOOP; END $$");
   EXPECT_EQ(observer.run(count), "0");
+}
+
+TEST_F(Postgresql, StatementThatTakesTooLongIsEndedByTheServerAndTheNextOneRuns) {
+  configure(database().connection(), 5000, 50);
+  CSqlSession session;
+  CCursorTable rows;
+  const CExecStatus status = rows.Open(session, "SELECT pg_sleep(3600)");
+  EXPECT_EQ(status.GetErrCode(), kExecStatementFailed);
+  EXPECT_EQ(status.GetMessage(),
+            "the statement took longer than 50 ms (database.statementTimeoutMs)");
+  EXPECT_TRUE(rows.Open(session, "SELECT 1").IsOk());
+}
+
+// Frozen, the server answers nothing at all, while its system keeps the connection up.
+TEST_F(Postgresql, ServerThatStallsInAStatementIsLeftInTime) {
+  configure(database().connection() + " connect_timeout=2", 5000, 50);
+  CSqlSession session;
+  const int process = std::stoi(firstValue(session, "SELECT pg_backend_pid()"));
+  ASSERT_EQ(::kill(process, SIGSTOP), 0);
+  CCursorTable rows;
+  const auto start = std::chrono::steady_clock::now();
+  const CExecStatus status = rows.Open(session, "SELECT 1");
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+  // The connection is lost, and on another one the statement runs.
+  EXPECT_TRUE(status.IsOk()) << status.GetMessage();
+  ASSERT_EQ(::kill(process, SIGCONT), 0);
 }
 
 }  // namespace

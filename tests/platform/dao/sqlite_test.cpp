@@ -234,5 +234,34 @@ TEST_F(Sqlite, FailureInTheMiddleOfTheRowsIsToldApartFromTheirEnd) {
   EXPECT_FALSE(rows.FetchNextRow());
 }
 
+TEST_F(Sqlite, StatementThatTakesTooLongIsEndedAndTheNextOneRuns) {
+  SqliteFile database(file("a.db"));
+  configure(database.connection(), 5000, 50);
+  CSqlSession session;
+  CCursorTable rows;
+  const CExecStatus status = rows.Open(session,
+                                       "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 "
+                                       "FROM n) SELECT count(*) FROM n");
+  EXPECT_EQ(status.GetErrCode(), kExecStatementFailed);
+  EXPECT_EQ(status.GetMessage(),
+            "the statement took longer than 50 ms (database.statementTimeoutMs)");
+  EXPECT_TRUE(rows.Open(session, "SELECT 1").IsOk());
+}
+
+TEST_F(Sqlite, ALaterRowThatTakesTooLongIsEnded) {
+  SqliteFile database(file("a.db"));
+  configure(database.connection(), 5000, 50);
+  CSqlSession session;
+  CCursorTable rows;
+  ASSERT_TRUE(rows.Open(session,
+                        "SELECT 1 UNION ALL SELECT * FROM (WITH RECURSIVE n(i) AS (SELECT 1 UNION "
+                        "ALL SELECT i + 1 FROM n) SELECT count(*) FROM n)")
+                  .IsOk());
+  EXPECT_TRUE(rows.FetchNextRow());
+  EXPECT_FALSE(rows.FetchNextRow());
+  EXPECT_EQ(rows.GetStatus().GetMessage(),
+            "the statement took longer than 50 ms (database.statementTimeoutMs)");
+}
+
 }  // namespace
 }  // namespace dao::test
