@@ -380,6 +380,32 @@ TEST_F(FaultQuery, WhatSendAndReceiveThrowPassesAfterDestroy) {
   expectDestroyedOnce();
 }
 
+TEST_F(FaultQuery, RequestAndReplyOutliveTheCommand) {
+  for (const bool fails : {false, true}) {
+    platform().reset();
+    const AsnSvrToOtherQryResp* held = nullptr;
+    platform().channel.frameBy([&held](AsnType& reply) {
+      auto& target = dynamic_cast<AsnSvrToOtherQryResp&>(reply);
+      target.Assign(Frame(1, 1, {100}).reply);
+      held = &target;
+    });
+    if (fails) platform().channel.fails(7);
+    std::string request;
+    int total = 0;
+    platform().channel.duringDestroy([&](const AsnType& body) {
+      request = xml(dynamic_cast<const AsnOtherToSvrQryAlmEventReq&>(body));
+      total = held->ulFrameTotal;
+    });
+    if (fails) {
+      expectThrown(7);
+    } else {
+      EXPECT_EQ(query(), 0);
+    }
+    EXPECT_EQ(request, requestWith(noTime()));
+    EXPECT_EQ(total, 1);
+  }
+}
+
 TEST_F(FaultQuery, ItemWithoutANameOfItsResourceHasAnEmptyOne) {
   Frame some(1, 1, {100, 200});
   Item bare;

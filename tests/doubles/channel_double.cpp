@@ -59,6 +59,11 @@ void ChannelDouble::duringSend(Hook hook) {
   duringSend_ = std::move(hook);
 }
 
+void ChannelDouble::duringDestroy(std::function<void(const AsnType& request)> hook) {
+  std::lock_guard lock(mutex_);
+  duringDestroy_ = std::move(hook);
+}
+
 void ChannelDouble::sendGives(bool result) {
   std::lock_guard lock(mutex_);
   sendGives_ = result;
@@ -93,6 +98,8 @@ void ChannelDouble::reset() {
   std::lock_guard lock(mutex_);
   script_.clear();
   duringSend_ = nullptr;
+  duringDestroy_ = nullptr;
+  request_ = nullptr;
   sendGives_ = true;
   tagging_ = AsnTagging::Implicit;
   calls_.clear();
@@ -110,6 +117,7 @@ void ChannelDouble::construct(CommandSettings settings, const AsnType& body) {
   note("CAsnPhyCmd");
   std::lock_guard lock(mutex_);
   settings.body = encoded(body, tagging_);
+  request_ = &body;
   commands_.push_back(std::move(settings));
 }
 
@@ -139,6 +147,15 @@ bool ChannelDouble::receive(unsigned long& errorCode, AsnType& reply) {
   return step.arrives;
 }
 
+void ChannelDouble::destroy() {
+  note("Destroy");
+  std::unique_lock lock(mutex_);
+  const auto hook = duringDestroy_;
+  const AsnType* request = request_;
+  lock.unlock();
+  if (hook) hook(*request);
+}
+
 }  // namespace emf::doubles
 
 using emf::doubles::platform;
@@ -154,7 +171,7 @@ bool CAsnCmd::Receive(unsigned long& errorCode, AsnType& reply) {
   return platform().channel.receive(errorCode, reply);
 }
 
-void CAsnCmd::Destroy() { platform().channel.note("Destroy"); }
+void CAsnCmd::Destroy() { platform().channel.destroy(); }
 
 void CAsnPhyCmdBlockRef::NeedNextRsp() { platform().channel.note("NeedNextRsp"); }
 

@@ -47,6 +47,8 @@ class ChannelDouble {
   void receiveThrows(Hook hook);
   // Runs inside Send; what it throws leaves it.
   void duringSend(Hook hook);
+  // Runs inside Destroy, on the request that the command was made with; throws nothing.
+  void duringDestroy(std::function<void(const AsnType& request)> hook);
   // What Send gives; true after a reset.
   void sendGives(bool result);
   // How context tags stand; implicit after a reset.
@@ -65,6 +67,7 @@ class ChannelDouble {
   void construct(CommandSettings settings, const AsnType& body);
   bool send();
   bool receive(unsigned long& errorCode, AsnType& reply);
+  void destroy();
 
  private:
   struct Step {
@@ -75,6 +78,8 @@ class ChannelDouble {
   mutable std::mutex mutex_;
   std::deque<Step> script_;
   Hook duringSend_;
+  std::function<void(const AsnType&)> duringDestroy_;
+  const AsnType* request_ = nullptr;  // of the last command; the caller's
   bool sendGives_ = true;
   AsnTagging tagging_ = AsnTagging::Implicit;
   std::vector<std::string> calls_;
