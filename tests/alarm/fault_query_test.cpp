@@ -380,29 +380,23 @@ TEST_F(FaultQuery, WhatSendAndReceiveThrowPassesAfterDestroy) {
   expectDestroyedOnce();
 }
 
+// The names are asked for by virtual operations, which an object that is gone does not have.
 TEST_F(FaultQuery, RequestAndReplyOutliveTheCommand) {
   for (const bool fails : {false, true}) {
     platform().reset();
-    const AsnSvrToOtherQryResp* held = nullptr;
-    platform().channel.frameBy([&held](AsnType& reply) {
-      auto& target = dynamic_cast<AsnSvrToOtherQryResp&>(reply);
-      target.Assign(Frame(1, 1, {100}).reply);
-      held = &target;
-    });
+    const AsnType* held = nullptr;
+    platform().channel.frameBy([&held](AsnType& reply) { held = &reply; });
     if (fails) platform().channel.fails(7);
-    std::string request;
-    int total = 0;
-    platform().channel.duringDestroy([&](const AsnType& body) {
-      request = xml(dynamic_cast<const AsnOtherToSvrQryAlmEventReq&>(body));
-      total = held->ulFrameTotal;
+    std::vector<std::string> names;
+    platform().channel.duringDestroy([&](const AsnType& request) {
+      for (const AsnType* message : {&request, held}) names.emplace_back(message->typeName());
     });
     if (fails) {
       expectThrown(7);
     } else {
       EXPECT_EQ(query(), 0);
     }
-    EXPECT_EQ(request, requestWith(noTime()));
-    EXPECT_EQ(total, 1);
+    EXPECT_THAT(names, ElementsAre("AsnOtherToSvrQryAlmEventReq", "AsnSvrToOtherQryResp"));
   }
 }
 
