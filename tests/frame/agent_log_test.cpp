@@ -122,18 +122,6 @@ TEST_F(AgentLog, PrefixIsReadAtEachRotationAndTrimmedInPlace) {
   EXPECT_EQ(contentOf(directory_.path() / "other/log/agent2.log"), "here");
 }
 
-// Nobody's root directory may be written to in a test: the message tells the path.
-TEST_F(AgentLog, PrefixIsEmptyWithoutTheVariable) {
-  const ChildOutcome outcome = run([] {
-    ::unsetenv(".");
-    writeLog("first");
-    leaveNoDescriptor();
-    writeLog(bytes(100000));
-  });
-  EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.output, exitMessage("/log/agent1.log"));
-}
-
 TEST_F(AgentLog, OfThePrefix299BytesCount) {
   const ChildOutcome outcome = run([] {
     writeLog("first");

@@ -1,5 +1,5 @@
-// What the file logs do when the functions they stand on fail. Linked with strncpy_s and the mutex
-// lock wrapped.
+// What the file logs do when the functions they stand on fail. Linked with strncpy_s, fopen and the
+// mutex lock wrapped.
 #include <cerrno>
 
 #include "file_log_fixture.h"
@@ -8,6 +8,7 @@
 namespace {
 
 bool copyFails = false;
+bool openFails = false;
 
 }  // namespace
 
@@ -17,6 +18,11 @@ int __wrap_strncpy_s(char* dest, std::size_t destMax, const char* src, std::size
   if (!copyFails) return __real_strncpy_s(dest, destMax, src, count);
   dest[0] = '\0';
   return ERANGE;
+}
+
+std::FILE* __real_fopen(const char* path, const char* mode);
+std::FILE* __wrap_fopen(const char* path, const char* mode) {
+  return openFails ? nullptr : __real_fopen(path, mode);
 }
 }
 
@@ -31,8 +37,21 @@ using ::testing::FieldsAre;
 
 class FileLogFailures : public FileLogs {};
 
-// The prefix is empty then. A directory of the root is out of reach, so the rotation ends the
-// process, and the trace is looked at before that by the log object that reports the assertion.
+// Without a prefix the file would lie in the root directory, which no test may write to: the
+// message tells the path.
+TEST_F(FileLogFailures, PrefixIsEmptyWithoutTheVariable) {
+  const ChildOutcome outcome = run([] {
+    ::unsetenv(".");
+    writeLog("first");
+    openFails = true;
+    writeLog(bytes(100000));
+  });
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.output, "in [WriteLog] open file /log/agent1.log error, and call exit\n");
+}
+
+// The prefix is empty then, and the process ends: the trace is looked at by the log object that
+// reports the assertion before.
 class TracePrintingLogService : public PrintingLogService {
  public:
   NS_LOG_SERVICE1::LogObject* GetLog(const std::string& bundle, const std::string& module,
@@ -58,7 +77,7 @@ ChildOutcome outcomeOfFailedCopy(const std::filesystem::path& directory, void (*
 TEST_F(FileLogFailures, PrefixOfTheAgentLogThatCannotBeCopiedIsTracedAndEmpty) {
   const ChildOutcome outcome = outcomeOfFailedCopy(directory_.path(), [] {
     writeLog("first");
-    leaveNoDescriptor();
+    openFails = true;
     writeLog(bytes(100000));
   });
   EXPECT_EQ(outcome.status, 0);
@@ -72,7 +91,7 @@ TEST_F(FileLogFailures, PrefixOfTheExceptionLogThatCannotBeCopiedIsTracedAndEmpt
     copyFails = false;
     ASSERT_TRUE(emf::openExceptionLog(std::getenv(".")));
     copyFails = true;
-    leaveNoDescriptor();
+    openFails = true;
     writeException(bytes(200001));
   });
   EXPECT_EQ(outcome.status, 0);

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -97,14 +96,6 @@ class FileLogs : public emf::doubles::PlatformTest {
 };
 
 inline std::string bytes(std::size_t count, char byte = 'x') { return std::string(count, byte); }
-
-// From here on this process can open no file.
-inline void leaveNoDescriptor() {
-  rlimit none{};
-  ::getrlimit(RLIMIT_NOFILE, &none);
-  none.rlim_cur = 0;
-  ::setrlimit(RLIMIT_NOFILE, &none);
-}
 
 inline void writeLog(const std::string& text) { WriteLog(text.c_str()); }
 inline void writeException(const std::string& text) { WriteException(text.c_str()); }
