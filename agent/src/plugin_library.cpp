@@ -4,6 +4,8 @@
 
 #include <typeinfo>
 
+#include "emfinterfaceversion.h"
+#include "orma/bundle/configuration.h"
 #include "orma/bundle/service_object_base.h"
 
 namespace ormaagent {
@@ -29,6 +31,18 @@ Library libraryOf(const void* address) {
 Library linkedLibrary() { return libraryOf(::dlsym(RTLD_DEFAULT, kFactory)); }
 
 }  // namespace
+
+std::string interfaceFault(const orma::ConfiguredService& service,
+                           const std::function<void*(const char* name)>& symbol) {
+  if (service.bundle != kBundle || service.service != kService) return "";
+  const auto* version = static_cast<const int*>(symbol(kEmfInterfaceVersionSymbol));
+  if (version != nullptr && *version == kEmfInterfaceVersion) return "";
+  const std::string has =
+      version == nullptr ? "no interface version" : "interface version " + std::to_string(*version);
+  return "the library \"" + service.library + "\" has " + has +
+         ", but this program was built for version " + std::to_string(kEmfInterfaceVersion) +
+         "; install plug-in and agent of one release";
+}
 
 std::string pluginFault(const ServiceHost& host) {
   const std::string name = std::string("the service ") + kService + " of bundle " + kBundle;

@@ -8,6 +8,7 @@
 #include "message.h"
 #include "orma/bundle/bundle_mgr.h"
 #include "orma/log/log_sink.h"
+#include "plugin_library.h"
 #include "sleep_interrupter.h"
 #include "waiting_for.h"
 
@@ -45,6 +46,7 @@ bool ServiceHost::start() {
   started_ = true;
   const WaitingFor waiting("the services to start");
   const SleepInterrupter interrupter;  // a service that fails may take others with it
+  BundleMgr::Instance()->SetLibraryCheck(interfaceFault);
   const auto report = BundleMgr::Instance()->Start(*configuration_);
   tellFailures(report.failures);
   return report.running;

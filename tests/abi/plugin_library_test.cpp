@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "emfinterfaceversion.h"
 #include "errorcodebufif.h"
 #include "orma/bundle/interface_slot.h"
 #include "orma/bundle/service_object_base.h"
@@ -108,6 +109,12 @@ TEST_F(LoadedPlugin, ServiceIsFoundByItsPlatformType) {
   ASSERT_NE(service, nullptr);
   EXPECT_EQ(service->bundleName(), "ii_orma_corbaagent_bundle");
   EXPECT_EQ(service->GetName(), "ii_ormaiac_emf");
+}
+
+TEST_F(LoadedPlugin, InterfaceVersionIsThatOfTheHeaders) {
+  const auto* version = static_cast<const int*>(::dlsym(library_, kEmfInterfaceVersionSymbol));
+  ASSERT_NE(version, nullptr);
+  EXPECT_EQ(*version, kEmfInterfaceVersion);
 }
 
 TEST_F(LoadedPlugin, InterfaceIsFoundByItsTypeFromAnotherLibrary) {

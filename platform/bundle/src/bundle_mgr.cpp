@@ -18,6 +18,7 @@ struct BundleMgr::State {
   std::map<std::string, std::unique_ptr<Bundle>> bundles;
   std::vector<Bundle*> listed;
   std::atomic<LogProxyFactory*> proxyFactory{nullptr};
+  LibraryCheck libraryCheck;                            // the main thread's
   std::vector<std::unique_ptr<LoadedService>> running;  // the main thread's, in starting order
 
   void listBundles(const std::vector<orma::ConfiguredService>& services);
@@ -64,7 +65,7 @@ bool BundleMgr::State::runs(const orma::ConfiguredService& configured) const {
 Reasons BundleMgr::State::startOne(const orma::ConfiguredService& configured) {
   if (runs(configured)) return {"is running already"};
   auto service = std::make_unique<LoadedService>(configured);
-  Reasons reasons = service->load();
+  Reasons reasons = service->load(libraryCheck);
   if (!reasons.empty()) return reasons;
   reasons = service->init();
   if (!reasons.empty()) {
@@ -119,6 +120,8 @@ Bundle* BundleMgr::FindBundle(const std::string& name) {
 LogProxyFactory* BundleMgr::GetLogProxyFactory() { return state_->proxyFactory; }
 
 void BundleMgr::SetLogProxyFactory(LogProxyFactory* factory) { state_->proxyFactory = factory; }
+
+void BundleMgr::SetLibraryCheck(LibraryCheck check) { state_->libraryCheck = std::move(check); }
 
 StartReport BundleMgr::Start(const orma::Configuration& configuration) {
   StartReport report;

@@ -50,20 +50,29 @@ std::string lastError(const ACE_DLL& library) {
 
 LoadedService::LoadedService(const orma::ConfiguredService& configured) : configured_(configured) {}
 
-Reasons LoadedService::load() {
+Reasons LoadedService::load(const LibraryCheck& check) {
   Reasons reasons;
   if (library_.open(configured_.library.c_str(), kOpenMode) != 0) {
     reasons.push_back("cannot load the library \"" + configured_.library +
                       "\": " + lastError(library_));
     return reasons;
   }
-  if (const Factory factory = findFactory(reasons)) create(factory, reasons);
+  examine(check, reasons);
+  const Factory factory = reasons.empty() ? findFactory(reasons) : nullptr;
+  if (factory != nullptr) create(factory, reasons);
   if (!reasons.empty()) {
     takeBack(filings_, {});
     destroyObject(reasons);
     closeLibrary();
   }
   return reasons;
+}
+
+void LoadedService::examine(const LibraryCheck& check, Reasons& reasons) {
+  if (!check) return;
+  const auto symbol = [this](const char* name) { return library_.symbol(name); };
+  std::string fault = check(configured_, symbol);
+  if (!fault.empty()) reasons.push_back(std::move(fault));
 }
 
 LoadedService::Factory LoadedService::findFactory(Reasons& reasons) {

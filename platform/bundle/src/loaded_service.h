@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "interface_filings.h"
+#include "orma/bundle/bundle_mgr.h"
 #include "orma/bundle/configuration.h"
 #include "orma/bundle/service_object_base.h"
 
@@ -28,8 +29,9 @@ class LoadedService {
   // Null until load has succeeded and after unload.
   ServiceObjectBase* service() const { return service_; }
 
-  // Library and factory. What failed, or nothing; after a failure everything is undone already.
-  Reasons load();
+  // Library, check and factory. What failed, or nothing; after a failure everything is undone
+  // already.
+  Reasons load(const LibraryCheck& check);
   // What failed, or nothing. After a failure only unload may follow.
   Reasons init();
   Reasons exitService();
@@ -41,6 +43,7 @@ class LoadedService {
   using Deleter = void (*)(void*);
   using Factory = ACE_Service_Object* (*)(Deleter*);
 
+  void examine(const LibraryCheck& check, Reasons& reasons);
   Factory findFactory(Reasons& reasons);
   void create(Factory factory, Reasons& reasons);
   void destroyObject(Reasons& reasons);

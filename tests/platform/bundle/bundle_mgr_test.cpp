@@ -72,8 +72,45 @@ bool isLoaded(const char* library) {
 class BundleManager : public testing::Test {
  protected:
   BundleManager() { takeJournal(); }
-  ~BundleManager() override { manager().Stop(); }
+  ~BundleManager() override {
+    manager().Stop();
+    manager().SetLibraryCheck({});
+  }
 };
+
+TEST_F(BundleManager, ALibraryThatTheHostSpeaksAgainstIsNotCalled) {
+  manager().SetLibraryCheck([](const orma::ConfiguredService& service, const auto&) {
+    return service.service == "second" ? "not this one" : "";
+  });
+  const StartReport report = start({{"first", "make_first"}, {"second", "make_second"}});
+  EXPECT_EQ(report.started, 1);
+  EXPECT_THAT(asLines(report.failures), ElementsAre("scripted_bundle/second: not this one"));
+  EXPECT_THAT(listedServices("scripted_bundle"), ElementsAre("first=first"));
+  EXPECT_THAT(takeJournal(), testing::Not(testing::Contains(testing::HasSubstr("second"))));
+}
+
+TEST_F(BundleManager, TheHostFindsWhatALibraryExports) {
+  bool found = false;
+  bool absent = false;
+  manager().SetLibraryCheck([&](const orma::ConfiguredService&, const auto& symbol) {
+    found = symbol("make_first") != nullptr;
+    absent = symbol("make_nothing") == nullptr;
+    return "";
+  });
+  EXPECT_EQ(start({{"first", "make_first"}}).started, 1);
+  EXPECT_TRUE(found);
+  EXPECT_TRUE(absent);
+}
+
+TEST_F(BundleManager, ALibraryThatIsNotThereIsNotAskedAbout) {
+  bool asked = false;
+  manager().SetLibraryCheck([&](const orma::ConfiguredService&, const auto&) {
+    asked = true;
+    return "";
+  });
+  start({{"first", "make_first", "scripted_bundle", "/nowhere/library.so"}});
+  EXPECT_FALSE(asked);
+}
 
 TEST_F(BundleManager, StartsInOrderAndStopsInReverse) {
   const StartReport report =

@@ -10,6 +10,7 @@
 // thread.
 #pragma once
 
+#include <functional>
 #include <list>
 #include <map>
 #include <memory>
@@ -21,7 +22,8 @@
 
 namespace orma {
 class Configuration;
-}
+struct ConfiguredService;
+}  // namespace orma
 
 namespace NS_BUNDLEMGR1 {
 
@@ -55,6 +57,11 @@ struct StartReport {
   bool running = true;
 };
 
+// Looks at the library of a service before its factory is called. `symbol` finds what the library
+// exports, null where it does not. Gives what speaks against the library, in words, or nothing.
+using LibraryCheck = std::function<std::string(
+    const orma::ConfiguredService& service, const std::function<void*(const char* name)>& symbol)>;
+
 class ORMA_API BundleMgr {
  public:
   static BundleMgr* Instance();
@@ -66,6 +73,10 @@ class ORMA_API BundleMgr {
   // The factory, or null when no log service has set one. Set to null to take it back.
   LogProxyFactory* GetLogProxyFactory();
   void SetLogProxyFactory(LogProxyFactory* factory);
+
+  // Asked about each library that is loaded from then on; a library that it speaks against is a
+  // failure of its service. Empty: none is asked. Belongs to the host's main thread.
+  void SetLibraryCheck(LibraryCheck check);
 
   // Loads each service of the configuration in order: library, factory, init. Blocks in them.
   // No exception of a service leaves it: each becomes a failure.

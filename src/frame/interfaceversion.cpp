@@ -1,0 +1,3 @@
+#include "emfinterfaceversion.h"
+
+const int ii_ormaiac_emf_interface_version = kEmfInterfaceVersion;
