@@ -64,7 +64,7 @@ CursorDouble::Script CursorDouble::open(const std::string& statement, const Row&
 
 int CursorDouble::serverType() {
   std::lock_guard lock(mutex_);
-  calls_.push_back("server type");
+  calls_.emplace_back("server type");
   return serverType_;
 }
 
