@@ -29,7 +29,7 @@ std::string MakeNeFdn(std::int64_t resourceId) {
   return fdn;
 }
 
-std::string ToNorthCharset(const std::string& text) {
+std::string ToNorthCharset(std::string text) {
   const char* wanted = nullptr;
   switch (NS_ORMACORBA::CorbaAgentConfig::Instance()->GetCharacterSetSwitch()) {
     case 1:

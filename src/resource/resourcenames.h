@@ -13,7 +13,7 @@ std::string MakeNeFdn(std::int64_t resourceId);
 
 // A text of a REST answer (UTF-8) in the configured northbound character set. The setting is read
 // at every call.
-std::string ToNorthCharset(const std::string& text);
+std::string ToNorthCharset(std::string text);
 
 // Adds the key=value segments of an FDN to `segments`; a later value of a key replaces an earlier
 // one, a piece without "=" is skipped.

@@ -65,6 +65,10 @@ std::int64_t IID2ResID(std::int64_t iid) { return flipped(iid); }
 namespace resid_compat {
 
 std::int64_t ResDN2ResID(const std::string& dn) {
+  if (dn.find(',') == std::string::npos) {  // an element's name, whose number is the id
+    const auto segment = orma::ident::parseSegment(dn);
+    return segment ? static_cast<std::int64_t>(elementNumber(*segment).value_or(0)) : 0;
+  }
   const std::vector<std::int64_t> ids = ExtractResIdsFromFDN(dn);
   return ids.empty() ? 0 : ids.back();
 }

@@ -54,7 +54,8 @@ std::shared_ptr<HttpClient> HttpClient::current() {
   return client.get();
 }
 
-std::unique_ptr<Connection> HttpClient::fetch(const Nimbola::RestReq& request, Failure& failure) {
+std::unique_ptr<Connection> HttpClient::fetch(const Nimbola::RestReq& request, Failure& failure,
+                                              std::optional<std::string> body) {
   if (!settings_.baseUrlFault.empty()) {
     failure = {settings_.baseUrlFault, "rest.baseUrl"};
     return nullptr;
@@ -63,6 +64,7 @@ std::unique_ptr<Connection> HttpClient::fetch(const Nimbola::RestReq& request, F
   HttpRequest wire;
   if (!currentToken(settings_, token, failure)) return nullptr;
   if (!composeRequest(request, settings_.baseUrl, token, wire, failure)) return nullptr;
+  if (body) wire.body = std::move(*body);
   auto connection = take();
   if (!connection->exchange(wire, failure)) giveBack(std::move(connection));
   return connection;

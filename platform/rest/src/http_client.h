@@ -10,6 +10,8 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "connection.h"
@@ -32,8 +34,10 @@ class HttpClient {
 
   const Settings& settings() const { return settings_; }
 
-  // One exchange: the connection that holds a 2xx answer, not read yet; null on failure.
-  std::unique_ptr<Connection> fetch(const Nimbola::RestReq& request, Failure& failure);
+  // One exchange: the connection that holds a 2xx answer, not read yet; null on failure. JSON text
+  // in `body` is sent in place of the request's own.
+  std::unique_ptr<Connection> fetch(const Nimbola::RestReq& request, Failure& failure,
+                                    std::optional<std::string> body = std::nullopt);
   // Reads what `connection` holds, the answer to `request`, and takes the connection back.
   bool read(std::unique_ptr<Connection> connection, const Nimbola::RestReq& request,
             Json::Value& answer, Failure& failure, const JsonReader::Glance& glance = nullptr);

@@ -1,4 +1,7 @@
 // Queries of the resource service that take one exchange each.
+#include <json/writer.h>
+
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -23,13 +26,40 @@ Nimbola::RestReq postTo(const std::string& path) {
   return request;
 }
 
+bool isPlain(char c) { return static_cast<unsigned char>(c) >= 0x20 && c != '"' && c != '\\'; }
+
+// The text as JSON, as the client writes it.
+void appendQuoted(std::string& out, const std::string& text) {
+  if (std::all_of(text.begin(), text.end(), isPlain)) {
+    out.append(1, '"').append(text).append(1, '"');
+    return;
+  }
+  Json::StreamWriterBuilder builder;
+  builder["emitUTF8"] = true;
+  out += Json::writeString(builder, text);
+}
+
+// The document of a property read. Tens of thousands of names are written in less time than a value
+// of them is built.
+std::string namesDocument(const std::vector<std::string>& fdns) {
+  std::string document = R"({"nativeIds":[)";
+  for (const std::string& fdn : fdns) {
+    if (&fdn != &fdns.front()) document += ',';
+    appendQuoted(document, fdn);
+  }
+  return document += "]}";
+}
+
 bool readProperties(const char* path, const std::vector<std::string>& fdns, Json::Value& answer) {
-  Json::Value document(Json::objectValue);
-  Json::Value& ids = document["nativeIds"] = Json::Value(Json::arrayValue);
-  for (const std::string& fdn : fdns) ids.append(fdn);
-  Nimbola::RestReq request = postTo(path);
-  request.body = Nimbola::Json2PostData(document);
-  return Nimbola::SendRestReq(request, answer);
+  const Nimbola::RestReq request = postTo(path);
+  const auto client = HttpClient::current();
+  Failure failure;
+  Json::Value parsed;
+  auto connection = client->fetch(request, failure, namesDocument(fdns));
+  const bool good = connection && client->read(std::move(connection), request, parsed, failure);
+  if (!good) client->traceFailure(request, failure);
+  answer.swap(parsed);
+  return good;
 }
 
 // The exchange of a query whose document comes as text.
