@@ -2,10 +2,12 @@
 
 #include <vector>
 
+#include "configuration_source.h"
 #include "exit_status.h"
 #include "message.h"
 #include "orma/bundle/configuration.h"
 #include "query.h"
+#include "serve_settings.h"
 #include "waiting_for.h"
 
 namespace ormaagent {
@@ -20,7 +22,10 @@ constexpr Column<orma::ConfigProblem> kProblem[] = {
 std::vector<orma::ConfigProblem> problemsOf(const std::string& file) {
   const WaitingFor waiting("the configuration file " + file);
   std::vector<orma::ConfigProblem> problems;
-  orma::Configuration::load(file, problems);
+  const auto configuration = loadConfiguration(file, std::nullopt, problems);
+  if (!configuration) return problems;
+  const std::string fault = serveSettingsFault(*configuration);
+  if (!fault.empty()) problems.push_back({file + ": serve.address", fault});
   return problems;
 }
 

@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <string_view>
 
+#include "secret_check.h"
+
 namespace ormaagent {
 
 namespace {
@@ -59,7 +61,11 @@ std::shared_ptr<const Configuration> loadConfiguration(const std::string& file,
                                                        std::optional<int> logLevel,
                                                        std::vector<orma::ConfigProblem>& problems) {
   auto configuration = Configuration::load(file, problems);
-  if (!configuration || !logLevel) return configuration;
+  if (!configuration) return nullptr;
+  const std::vector<orma::ConfigProblem> open = secretProblems(*configuration, file);
+  problems.insert(problems.end(), open.begin(), open.end());
+  if (!open.empty()) return nullptr;
+  if (!logLevel) return configuration;
   Json::Value document = documentOf(*configuration);
   place(document, "log.level", *logLevel);
   return Configuration::parse(Json::writeString(Json::StreamWriterBuilder(), document), file,

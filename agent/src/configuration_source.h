@@ -3,7 +3,8 @@
 //   std::vector<orma::ConfigProblem> problems;
 //   auto configuration = loadConfiguration(invocation.configFile, invocation.logLevel, problems);
 //
-// Thread-safety: thread-safe. Failure: null, and every problem in `problems`.
+// Thread-safety: thread-safe. Failure: null, and every problem in `problems`. A secret that others
+// can read is one (secret_check.h).
 #pragma once
 
 #include <memory>

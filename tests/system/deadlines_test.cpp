@@ -1,12 +1,10 @@
 // No command hangs: whatever it waits for, it ends in time and says what that was.
 #include <gmock/gmock.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <chrono>
 
+#include "silent_server.h"
 #include "world.h"
 
 namespace systemtest {
@@ -17,30 +15,6 @@ using testing::HasSubstr;
 constexpr int kGivenUp = 4;
 // Far above the deadlines that are set here and far below the usual ones.
 constexpr std::chrono::seconds kSeconds{20};
-
-// Takes connections, by the system's grace, and never says a word.
-class SilentServer {
- public:
-  SilentServer() : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    EXPECT_EQ(::bind(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-    EXPECT_EQ(::listen(socket_, 16), 0);
-    socklen_t size = sizeof address;
-    ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size);
-    port_ = ntohs(address.sin_port);
-  }
-  SilentServer(const SilentServer&) = delete;
-  SilentServer& operator=(const SilentServer&) = delete;
-  ~SilentServer() { ::close(socket_); }
-
-  int port() const { return port_; }
-
- private:
-  int socket_;
-  int port_ = 0;
-};
 
 class Deadlines : public World {
  protected:
@@ -70,9 +44,7 @@ class Deadlines : public World {
 };
 
 TEST_F(Deadlines, ARestServiceThatSaysNothing) {
-  configure([this](Json::Value& document) {
-    document["rest"]["baseUrl"] = "http://127.0.0.1:" + std::to_string(silent_.port());
-  });
+  configure([this](Json::Value& document) { document["rest"]["baseUrl"] = silent_.url(); });
   const std::string err = givenUp({"topo", "devices"});
   EXPECT_THAT(err, HasSubstr("ormaagent: given up after 1 s (--timeout): it waited for the REST "
                              "service (rest.baseUrl), asked "));
@@ -81,7 +53,7 @@ TEST_F(Deadlines, ARestServiceThatSaysNothing) {
 
 TEST_F(Deadlines, ARestServiceThatSaysNothingEndsByItsOwnDeadlineFirst) {
   configure([this](Json::Value& document) {
-    document["rest"]["baseUrl"] = "http://127.0.0.1:" + std::to_string(silent_.port());
+    document["rest"]["baseUrl"] = silent_.url();
     document["rest"]["totalTimeoutMs"] = 200;
   });
   const Outcome outcome = startAgent({"cache", "device", "12"})->finish(kSeconds);

@@ -58,13 +58,13 @@ void closeDescriptor(int& descriptor) {
 }
 
 // The system call that a thread is in stands first in its "syscall"; "running" when in none.
-bool hasSleepingThread(pid_t program) {
+bool hasThreadIn(pid_t program, const std::vector<long>& calls) {
   std::error_code gone;  // threads may end meanwhile
   const std::string tasks = "/proc/" + std::to_string(program) + "/task";
   for (const auto& task : std::filesystem::directory_iterator(tasks, gone)) {
     long call = -1;
     std::ifstream(task.path() / "syscall") >> call;
-    if (call == SYS_nanosleep || call == SYS_clock_nanosleep) return true;
+    if (std::find(calls.begin(), calls.end(), call) != calls.end()) return true;
   }
   return false;
 }
@@ -150,9 +150,15 @@ const std::string& Process::awaitOutput(const std::string& text) { return await(
 const std::string& Process::awaitError(const std::string& text) { return await(err_, text); }
 
 void Process::awaitSleepingThread() const {
+  awaitSystemCall({SYS_nanosleep, SYS_clock_nanosleep});
+}
+
+void Process::awaitSystemCall(const std::vector<long>& calls) const {
   const auto deadline = steady_clock::now() + kDeadline;
-  while (!hasSleepingThread(id_)) {
-    if (steady_clock::now() > deadline) throw std::runtime_error(name_ + ": no thread sleeps");
+  while (!hasThreadIn(id_, calls)) {
+    if (steady_clock::now() > deadline) {
+      throw std::runtime_error(name_ + ": no thread is in the system call that was waited for");
+    }
     ::sched_yield();
   }
 }

@@ -43,10 +43,13 @@ class Process {
 
   // Waits until a thread of the program is asleep in nanosleep or clock_nanosleep.
   void awaitSleepingThread() const;
+  // Waits until a thread of the program is in one of these system calls.
+  void awaitSystemCall(const std::vector<long>& calls) const;
   // Waits until standard output or standard error holds the text; what the stream holds then.
   const std::string& awaitOutput(const std::string& text);
   const std::string& awaitError(const std::string& text);
   void send(int signal);
+  pid_t id() const { return id_; }
   // Waits for the end.
   Outcome finish(std::chrono::milliseconds deadline = kDeadline);
 

@@ -73,6 +73,8 @@ constexpr ConfigKey kKeys[] = {
      "how the context tags of the messages are written"},
     {"database.connection", Type::Text, "", 0, 0, "",
      "sqlite:PATH, relative to this file's directory, or postgresql:CONNINFO"},
+    {"database.passwordFile", Type::Path, "", 0, 0, "",
+     "libpq's password file for the database; empty for the user's own"},
     {"database.busyTimeoutMs", Type::Integer, "5000", 0, 600000, "",
      "milliseconds to wait for a locked database"},
     {"database.statementTimeoutMs", Type::Integer, "60000", 1, 3600000, "",

@@ -27,6 +27,7 @@ ConnectionSettings connectionSettings(const orma::Configuration& configuration) 
   const std::string connection = configuration.text("database.connection");
   ConnectionSettings settings;
   settings.lockWait = std::chrono::milliseconds(configuration.integer("database.busyTimeoutMs"));
+  settings.passwordFile = configuration.path("database.passwordFile");
   settings.statementLimit =
       std::chrono::milliseconds(configuration.integer("database.statementTimeoutMs"));
   if (connection.empty()) refuse("is not set");

@@ -28,12 +28,13 @@ class DatabaseError : public std::runtime_error {
 struct ConnectionSettings {
   DbServerType server = kDbServerNone;
   std::string target;  // SQLite: the file's absolute path; PostgreSQL: as libpq takes it
+  std::string passwordFile;  // PostgreSQL: as libpq takes it; empty: the user's own
   std::chrono::milliseconds lockWait{0};
   std::chrono::milliseconds statementLimit{0};
 
   friend bool operator==(const ConnectionSettings& a, const ConnectionSettings& b) {
-    return a.server == b.server && a.target == b.target && a.lockWait == b.lockWait &&
-           a.statementLimit == b.statementLimit;
+    return a.server == b.server && a.target == b.target && a.passwordFile == b.passwordFile &&
+           a.lockWait == b.lockWait && a.statementLimit == b.statementLimit;
   }
 };
 

@@ -1,11 +1,15 @@
 #include <soci/postgresql/soci-postgresql.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <optional>
+#include <system_error>
 
 #include "connection.h"
+#include "orma/bundle/secret.h"
 #include "socket_deadline.h"
 
 namespace dao {
@@ -14,8 +18,9 @@ namespace {
 // libpq's connection options: what the configuration says, and what it leaves open.
 class ConnectOptions {
  public:
-  explicit ConnectOptions(const std::string& text)
-      : options_(PQconninfoParse(text.c_str(), nullptr)) {
+  explicit ConnectOptions(const ConnectionSettings& settings)
+      : passwordFile_(settings.passwordFile),
+        options_(PQconninfoParse(settings.target.c_str(), nullptr)) {
     // libpq's own message would quote the text, and with it perhaps a password.
     if (options_ == nullptr) {
       throw std::runtime_error("the connection string is not one that libpq can read");
@@ -39,7 +44,8 @@ class ConnectOptions {
   }
 
  private:
-  static const char* defaultOf(std::string_view keyword) {
+  const char* defaultOf(std::string_view keyword) const {
+    if (keyword == "passfile" && !passwordFile_.empty()) return passwordFile_.c_str();
     if (keyword == "connect_timeout") return "10";
     if (keyword == "client_encoding") return "UTF8";
     if (keyword == "application_name") return "orma_dao";
@@ -61,8 +67,21 @@ class ConnectOptions {
     return result;
   }
 
+  const std::string passwordFile_;
   PQconninfoOption* options_;
 };
+
+// Throws std::runtime_error for a password file that libpq would pass over, for which it has a word
+// on standard error at most.
+const ConnectionSettings& withUsablePasswordFile(const ConnectionSettings& settings) {
+  const std::string& file = settings.passwordFile;
+  if (file.empty()) return settings;
+  const std::string fault = orma::secretFileFault(file, orma::SecretReaders::kOwner);
+  if (!fault.empty()) throw std::runtime_error("the password file " + file + " " + fault);
+  if (::access(file.c_str(), R_OK) == 0) return settings;
+  throw std::runtime_error("the password file " + file +
+                           " cannot be read: " + std::generic_category().message(errno));
+}
 
 // SQLSTATE of statements that cannot run as they were prepared: a table has other columns now, or
 // the server has dropped the statement.
@@ -149,7 +168,8 @@ class PostgresqlRowReader : public RowReader {
 class PostgresqlConnection : public Connection {
  public:
   explicit PostgresqlConnection(const ConnectionSettings& settings)
-      : Connection(settings, soci::postgresql, ConnectOptions(settings.target).address()) {
+      : Connection(settings, soci::postgresql,
+                   ConnectOptions(withUsablePasswordFile(settings)).address()) {
     const DatabaseWait wait(*this);
     // To this server 0 means to wait for ever.
     const auto lockWait = std::max<std::chrono::milliseconds::rep>(1, settings.lockWait.count());

@@ -103,12 +103,15 @@ void Connection::forgetRequest() {
 }
 
 bool Connection::exchange(const HttpRequest& request, Failure& failure) {
-  const HeaderLines headers = headerLines(request);
+  const HeaderLines plainHeaders = headerLines(request);
+  // In front of the others, and without a copy; libcurl does not change it.
+  curl_slist secretHeader{const_cast<char*>(request.secretHeader.c_str()), plainHeaders.get()};
+  curl_slist* const headers = request.secretHeader.empty() ? plainHeaders.get() : &secretHeader;
   body_.clear();
   headerBytes_ = 0;
   outOfMemory_ = false;
   error_[0] = '\0';
-  setUpRequest(request, headers.get());
+  setUpRequest(request, headers);
   exchange_.emplace(metrics::OutsideService::kRest);
   const CURLcode code = curl_easy_perform(handle_.get());
   forgetRequest();

@@ -6,6 +6,7 @@
 
 #include "orma/bundle/configuration.h"
 #include "token.h"
+#include "wiping_memory.h"
 
 namespace orma::rest {
 namespace {
@@ -13,7 +14,7 @@ namespace {
 // The process's client. libcurl is started before the first handle and ended after the last.
 class CurrentClient {
  public:
-  CurrentClient() { curl_global_init(CURL_GLOBAL_DEFAULT); }
+  CurrentClient() { startCurl(); }
   CurrentClient(const CurrentClient&) = delete;
   CurrentClient& operator=(const CurrentClient&) = delete;
   ~CurrentClient() {
@@ -39,6 +40,15 @@ class CurrentClient {
   std::shared_ptr<HttpClient> client_;                  // under mutex_
 };
 
+// A key that every user can read is none.
+bool mayUseKey(const Settings& settings, Failure& failure) {
+  if (settings.tlsKeyFile.empty()) return true;
+  const std::string fault = secretFileFault(settings.tlsKeyFile, SecretReaders::kOwnerAndGroup);
+  if (fault.empty()) return true;
+  failure = {"the key file " + printable(settings.tlsKeyFile) + " " + fault, "rest.tls.keyFile"};
+  return false;
+}
+
 }  // namespace
 
 HttpClient::HttpClient(const Configuration& configuration) : settings_(configuration) {
@@ -60,10 +70,10 @@ std::unique_ptr<Connection> HttpClient::fetch(const Nimbola::RestReq& request, F
     failure = {settings_.baseUrlFault, "rest.baseUrl"};
     return nullptr;
   }
-  std::string token;
+  SecretText token;
   HttpRequest wire;
-  if (!currentToken(settings_, token, failure)) return nullptr;
-  if (!composeRequest(request, settings_.baseUrl, token, wire, failure)) return nullptr;
+  if (!mayUseKey(settings_, failure) || !currentToken(settings_, token, failure)) return nullptr;
+  if (!composeRequest(request, settings_.baseUrl, token.view(), wire, failure)) return nullptr;
   if (body) wire.body = std::move(*body);
   auto connection = take();
   if (!connection->exchange(wire, failure)) giveBack(std::move(connection));

@@ -103,7 +103,7 @@ class HeaderList {
 }  // namespace
 
 bool composeRequest(const Nimbola::RestReq& request, const std::string& baseUrl,
-                    const std::string& token, HttpRequest& wire, Failure& failure) {
+                    std::string_view token, HttpRequest& wire, Failure& failure) {
   if (!composeUrl(request, baseUrl, wire.url, failure)) return false;
   wire.post = request.method == Nimbola::kMethodBody;
   HeaderList headers(wire.headers, failure);
@@ -111,7 +111,7 @@ bool composeRequest(const Nimbola::RestReq& request, const std::string& baseUrl,
   headers.add("X-Orma-Mode", std::to_string(request.mode));
   headers.add("X-Orma-Option", std::to_string(request.option));
   if (!request.extra.isNull()) headers.add("X-Orma-Extra", compactJson(request.extra, true));
-  if (!token.empty()) headers.add("X-Auth-Token", token);
+  if (!token.empty()) wire.secretHeader = SecretText("X-Auth-Token: ", token);
   headers.add("Accept", "application/json");
   // Pages travel over a management network and are read at once: unpacking them costs more than
   // it saves, and a small answer cannot grow into a huge one.

@@ -4,9 +4,11 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "failure.h"
+#include "orma/bundle/secret.h"
 #include "restreq.h"
 
 namespace orma::rest {
@@ -14,13 +16,14 @@ namespace orma::rest {
 struct HttpRequest {
   std::string url;
   std::vector<std::string> headers;  // as libcurl takes them: "Name: value", "Name;" when empty
+  SecretText secretHeader;           // the one with the token; empty: none
   bool post = false;
   std::string body;  // when post
 };
 
-// Composes the wire form of `request`; `token` may be empty. False when something in it could
-// not be sent without changing its meaning or breaking the request's frame.
+// Composes the wire form of `request`; `token`, which may be empty, is fit for a header. False when
+// something in it could not be sent without changing its meaning or breaking the request's frame.
 bool composeRequest(const Nimbola::RestReq& request, const std::string& baseUrl,
-                    const std::string& token, HttpRequest& wire, Failure& failure);
+                    std::string_view token, HttpRequest& wire, Failure& failure);
 
 }  // namespace orma::rest

@@ -45,14 +45,27 @@ EngineTest::~EngineTest() {
 
 void EngineTest::configure(const std::string& connection, int busyTimeoutMs,
                            int statementTimeoutMs) {
+  Json::Value database;
+  database["connection"] = connection;
+  database["busyTimeoutMs"] = busyTimeoutMs;
+  database["statementTimeoutMs"] = statementTimeoutMs;
+  configureDatabase(database);
+}
+
+void EngineTest::configure(const std::string& connection, const std::string& passwordFile) {
+  Json::Value database;
+  database["connection"] = connection;
+  database["passwordFile"] = passwordFile;
+  configureDatabase(database);
+}
+
+void EngineTest::configureDatabase(const Json::Value& database) const {
   Json::Value document;
   document["log"]["file"] = file(kLogFile);
   document["log"]["format"] = "json";
   document["log"]["stderr"] = false;
   document["log"]["level"] = 3;
-  document["database"]["connection"] = connection;
-  document["database"]["busyTimeoutMs"] = busyTimeoutMs;
-  document["database"]["statementTimeoutMs"] = statementTimeoutMs;
+  document["database"] = database;
   install(document, directory_.path());
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <json/value.h>
 
 #include <ostream>
 #include <string>
@@ -46,6 +47,7 @@ class EngineTest : public ::testing::Test {
 
   void configure(const std::string& connection, int busyTimeoutMs = 5000,
                  int statementTimeoutMs = 60000);
+  void configure(const std::string& connection, const std::string& passwordFile);
   // A path of this name in the test's own directory.
   std::string file(const std::string& name) const { return directory_.path() + "/" + name; }
   CEmfCommDBEngine& engine() const {
@@ -59,6 +61,8 @@ class EngineTest : public ::testing::Test {
   std::vector<std::string> loggedTexts() const;
 
  private:
+  void configureDatabase(const Json::Value& database) const;
+
   TemporaryDirectory directory_;
 };
 

@@ -1,9 +1,11 @@
 // What is peculiar to PostgreSQL: its types, and connections that are lost.
 #include <gmock/gmock.h>
 #include <signal.h>
+#include <sys/stat.h>
 
 #include <chrono>
 #include <cmath>
+#include <fstream>
 
 #include "inventory_fixture.h"
 #include "orma/dao/cursor_table.h"
@@ -246,6 +248,24 @@ TEST_F(Postgresql, ServerThatStallsInAStatementIsLeftInTime) {
   // The connection is lost, and on another one the statement runs.
   EXPECT_TRUE(status.IsOk()) << status.GetMessage();
   ASSERT_EQ(::kill(process, SIGCONT), 0);
+}
+
+TEST_F(Postgresql, PasswordFileThatLibpqWouldPassOverIsTold) {
+  const std::string passwords = file("passwords");
+  const auto fault = [&] {
+    configure(database().connection(), passwords);
+    CSqlSession session;
+    return CCursorTable().Open(session, "SELECT 1").GetMessage();
+  };
+  const std::string prefix = "cannot open the PostgreSQL database: the password file " + passwords;
+  EXPECT_EQ(fault(), prefix + " cannot be read: No such file or directory");
+  std::ofstream(passwords) << "*:*:*:*:se-cret\n";
+  ASSERT_EQ(::chmod(passwords.c_str(), 0640), 0);
+  EXPECT_EQ(fault(), prefix +
+                         " is open to its group (mode 0640) and holds a secret; take the access "
+                         "away: chmod go-rwx");
+  ASSERT_EQ(::chmod(passwords.c_str(), 0600), 0);
+  EXPECT_EQ(fault(), "");
 }
 
 }  // namespace

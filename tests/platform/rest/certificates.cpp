@@ -4,6 +4,7 @@
 #include <openssl/evp.h>
 #include <openssl/pem.h>
 #include <openssl/x509v3.h>
+#include <sys/stat.h>
 
 #include <cstdio>
 
@@ -49,6 +50,7 @@ std::string save(const std::string& file, X509* certificate) {
 
 std::string save(const std::string& file, EVP_PKEY* key) {
   const File out(std::fopen(file.c_str(), "w"));
+  EXPECT_TRUE(out && ::fchmod(::fileno(out.get()), 0600) == 0) << file;
   EXPECT_TRUE(out && PEM_write_PrivateKey(out.get(), key, nullptr, nullptr, 0, nullptr, nullptr))
       << file;
   return file;

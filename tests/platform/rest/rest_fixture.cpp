@@ -3,6 +3,7 @@
 #include <json/reader.h>
 #include <json/writer.h>
 #include <stdlib.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
@@ -81,6 +82,13 @@ std::string RestTest::failureTrace() const {
 std::string RestTest::write(const std::string& name, const std::string& content) const {
   std::ofstream(file(name), std::ios::binary) << content;
   return file(name);
+}
+
+std::string RestTest::writeSecret(const std::string& name, const std::string& content,
+                                  unsigned mode) const {
+  const std::string path = write(name, content);
+  EXPECT_EQ(::chmod(path.c_str(), mode), 0);
+  return path;
 }
 
 Nimbola::RestReq get(const std::string& path) {

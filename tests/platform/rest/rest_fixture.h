@@ -30,6 +30,9 @@ class RestTest : public ::testing::Test {
   // The text of the one trace that a failed exchange leaves; checks its level and source.
   std::string failureTrace() const;
   std::string write(const std::string& name, const std::string& content) const;
+  // The same with that mode, whatever the umask is.
+  std::string writeSecret(const std::string& name, const std::string& content,
+                          unsigned mode = 0600) const;
   std::string file(const std::string& name) const { return directory_ + "/" + name; }
 
  private:

@@ -1,5 +1,6 @@
 // TLS: verified unless the configuration says otherwise.
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "certificates.h"
 #include "http_service.h"
@@ -89,6 +90,20 @@ TEST_F(Tls, ClientCertificateIsShown) {
   tls["keyFile"] = client.key;
   configureTls(service, tls);
   EXPECT_TRUE(send());
+}
+
+TEST_F(Tls, KeyThatEveryUserCanReadIsRefused) {
+  HttpService service(always("{}"), serviceTls());
+  const auto client = authority_.sign("client", "127.0.0.1");
+  ASSERT_EQ(::chmod(client.key.c_str(), 0644), 0);
+  Json::Value tls = trusting();
+  tls["certFile"] = client.certificate;
+  tls["keyFile"] = client.key;
+  configureTls(service, tls);
+  EXPECT_FALSE(send());
+  EXPECT_THAT(failureTrace(),
+              HasSubstr("the key file " + client.key + " is open to every user (mode 0644)"));
+  EXPECT_TRUE(service.requests().empty());
 }
 
 TEST_F(Tls, ServiceThatWantsAClientCertificateRefusesWithoutOne) {

@@ -42,16 +42,16 @@ TEST_F(Token, NoneConfiguredMeansNoHeader) {
 }
 
 TEST_F(Token, FileIsReadAndTrimmed) {
-  write("token", " \r\nabc.DEF-123==\n\n");
+  writeSecret("token", " \r\nabc.DEF-123==\n\n");
   configureToken("token");
   EXPECT_EQ(sentToken(), "abc.DEF-123==");
 }
 
 TEST_F(Token, RenewedFileCountsFromTheNextRequest) {
-  write("token", "first");
+  writeSecret("token", "first");
   configureToken("token");
   EXPECT_EQ(sentToken(), "first");
-  write("token", "again");
+  writeSecret("token", "again");
   EXPECT_EQ(sentToken(), "again");
 }
 
@@ -69,7 +69,7 @@ TEST_F(Token, EnvironmentVariableIsRead) {
 
 TEST_F(Token, FileWinsOverEnvironment) {
   ::setenv("REST_TEST_TOKEN", "from-environment", 1);
-  write("token", "from-file");
+  writeSecret("token", "from-file");
   configureToken("token", "REST_TEST_TOKEN");
   EXPECT_EQ(sentToken(), "from-file");
   ::unsetenv("REST_TEST_TOKEN");
@@ -82,8 +82,27 @@ TEST_F(Token, MissingFileIsToldByName) {
                                HasSubstr("check rest.token.file")));
 }
 
+TEST_F(Token, FileThatEveryUserCanReadIsRefused) {
+  for (const unsigned mode : {0604u, 0644u, 0602u, 0601u}) {
+    writeSecret("token", "se-cret", mode);
+    configureToken("token");
+    EXPECT_THAT(failure(), AllOf(HasSubstr("the token file " + file("token") +
+                                           " is open to every user (mode 0"),
+                                 HasSubstr("take the access away: chmod o-rwx; check "
+                                           "rest.token.file"),
+                                 Not(HasSubstr("se-cret"))))
+        << mode;
+  }
+}
+
+TEST_F(Token, FileThatTheGroupCanReadIsTaken) {
+  writeSecret("token", "abc", 0640);
+  configureToken("token");
+  EXPECT_EQ(sentToken(), "abc");
+}
+
 TEST_F(Token, EmptyFileIsAFailure) {
-  write("token", " \n");
+  writeSecret("token", " \n");
   configureToken("token");
   EXPECT_THAT(failure(), HasSubstr("the configured token is empty or missing"));
 }
@@ -98,7 +117,7 @@ TEST_F(Token, PipesAndDirectoriesAreRefusedAndDoNotBlock) {
 
 TEST_F(Token, CannotSplitHeaders) {
   for (const char* token : {"se-cret\r\nX-Evil: 1", "se-cret\nb", "se-cret\x01", "se-cret\x7f"}) {
-    write("token", token);
+    writeSecret("token", token);
     configureToken("token");
     EXPECT_THAT(failure(), AllOf(HasSubstr("the configured token holds control characters"),
                                  Not(HasSubstr("se-cret"))));
@@ -106,16 +125,16 @@ TEST_F(Token, CannotSplitHeaders) {
 }
 
 TEST_F(Token, OverlongTokenIsRefused) {
-  write("token", std::string(16385, 'x'));
+  writeSecret("token", std::string(16385, 'x'));
   configureToken("token");
   EXPECT_THAT(failure(), HasSubstr("too long"));
-  write("token", std::string(1000, 'x'));
+  writeSecret("token", std::string(1000, 'x'));
   EXPECT_EQ(sentToken(), std::string(1000, 'x'));
 }
 
 TEST_F(Token, NeverStandsInATrace) {
   HttpService refusing(always("{}", 401));
-  write("token", "se-cret");
+  writeSecret("token", "se-cret");
   Json::Value rest;
   rest["baseUrl"] = refusing.url();
   rest["token"]["file"] = "token";
