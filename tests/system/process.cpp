@@ -149,9 +149,7 @@ const std::string& Process::awaitOutput(const std::string& text) { return await(
 
 const std::string& Process::awaitError(const std::string& text) { return await(err_, text); }
 
-void Process::awaitSleepingThread() const {
-  awaitSystemCall({SYS_nanosleep, SYS_clock_nanosleep});
-}
+void Process::awaitSleepingThread() const { awaitSystemCall({SYS_nanosleep, SYS_clock_nanosleep}); }
 
 void Process::awaitSystemCall(const std::vector<long>& calls) const {
   const auto deadline = steady_clock::now() + kDeadline;
