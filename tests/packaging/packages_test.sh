@@ -31,7 +31,8 @@ lintian --fail-on error "$work"/*.deb 2>/dev/null >"$work/lintian.log" ||
   fail "lintian: $(grep '^E:' "$work/lintian.log")"
 
 # The copy: this system below, everything that is written on top of it in memory.
-if ((EUID != 0)) || ! unshare --mount mount -t tmpfs tmpfs "$work" 2>/dev/null; then
+if ((EUID != 0)) ||
+  ! unshare --mount "$here/packages_in_copy.sh" "$work" "$here" --try 2>/dev/null; then
   skip "packages were made and are sound; installing them needs root and mounts of its own"
 fi
 unshare --mount --pid --fork --kill-child \
