@@ -12,12 +12,12 @@ emf_quickstart_packages=("${emf_release_packages[@]}" graphviz)
 emf_test_packages=(
   "${emf_release_packages[@]}"
   ccache clang libclang-rt-14-dev libgtest-dev libgmock-dev
-  abigail-tools dpkg-dev lintian
+  abigail-tools asn1c dpkg-dev lintian
   ca-certificates graphviz libssl-dev man-db mandoc openssl postgresql python3-pyasn1
 )
 emf_coverage_packages=("${emf_test_packages[@]}" gcovr)
 emf_package_packages=("${emf_release_packages[@]}" dpkg-dev lintian)
-emf_bench_packages=("${emf_release_packages[@]}" ccache libbenchmark-dev)
+emf_bench_packages=("${emf_release_packages[@]}" ccache libbenchmark-dev asn1c libssl-dev)
 emf_fuzz_packages=("${emf_release_packages[@]}" ccache clang libclang-rt-14-dev)
 emf_lint_packages=("${emf_test_packages[@]}" libbenchmark-dev clang-format clang-tidy git)
 

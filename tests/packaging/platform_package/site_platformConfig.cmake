@@ -2,6 +2,6 @@
 # they come from an installed tree.
 include(CMakeFindDependencyMacro)
 find_dependency(ii_ormaiac_emf)
-foreach(module access asn1 bundle dao ident log refl rest southbound text)
+foreach(module access asn1 bundle channel dao ident log refl rest southbound text)
   add_library(orma::${module} ALIAS ii_ormaiac_emf::${module})
 endforeach()
