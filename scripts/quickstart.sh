@@ -134,6 +134,14 @@ show_first 12 "The submaps as a tree, with how many submaps and devices each hol
 show "The subnets that a device lies in, as the plug-in keeps them:" \
   topo submap-name 12 --wait 30
 show_first 12 "Every link, with the status of both ends:" --format csv topo links
+show_first 14 "Everything inside device 12, each part below what holds it:" res tree 12
+show "From the element down to a port, by name:" res labels \
+  NE=12 NE=12,FR=0 NE=12,FR=0,S=1 NE=12,FR=0,S=1,CP=1 NE=12,FR=0,S=1,SS=0,PP=1
+# The compatible id of an element is its device id with bit 60 set.
+iid=$(((1 << 60) + 12))
+show "Where device 12 stands:" res location "$iid"
+show "Who keeps it:" res maintenance "$iid"
+show "What the database knows of it:" res attributes "$iid"
 raise_alarms 12 8
 show "The alarms just raised on device 12, fetched frame by frame from the fault server:" \
   alarm current --device 12
