@@ -434,7 +434,8 @@ TEST_F(CataloguesTest, ExamplesOfTheDocumentAreAnsweredAsItSays) {
   serveNetwork(0);
 
   const std::string document = contentOf(ORMASIM_FORMATS_DOCUMENT);
-  const std::string part = document.substr(document.find("### Resource properties"));
+  const std::size_t begin = document.find("### Resource properties");
+  const std::string part = document.substr(begin, document.find("### Alarm catalogue") - begin);
   const std::regex form("\n`POST ([^`\n]*)`\n```json\n([^\n]*)\n```\n```json\n([^\n]*\n)```");
   std::size_t examples = 0;
   for (std::sregex_iterator example(part.begin(), part.end(), form), end; example != end;
