@@ -38,6 +38,17 @@ TEST_P(PropertyReads, AskForNothingWithAnEmptyList) {
   EXPECT_EQ(service.request().body, R"({"nativeIds":[]})");
 }
 
+// Written without a value of them, and yet as the client writes texts.
+TEST_P(PropertyReads, WriteEveryNameAsJson) {
+  HttpService service(always(R"({"objList":[]})"));
+  configureBaseUrl(service.url());
+  Json::Value answer;
+  ASSERT_TRUE(GetParam().read(answer, {"", "框,S=é", "a\"b", "a\\b", "a\nb\x01", "/'<>&\x7F"}));
+  EXPECT_EQ(service.request().body,
+            "{\"nativeIds\":[\"\",\"框,S=é\",\"a\\\"b\",\"a\\\\b\",\"a\\nb\\u0001\","
+            "\"/'<>&\x7F\"]}");
+}
+
 TEST_P(PropertyReads, LeaveNullOnFailureAndSayWhy) {
   HttpService service(always("{}", 503));
   configureBaseUrl(service.url());
