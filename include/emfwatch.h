@@ -22,8 +22,9 @@ constexpr char kEmfSubnetRefresh[] = "SubmapBufMgr::QuerySubnetAndNodesInfo";
 extern "C" {
 
 // An operation has come to its end, which includes an exception: "EMFTopoI::getDevice", how long it
-// took, and 1 when it failed, otherwise 0. An operation that calls another one is told after it.
-// The text lives as long as the process.
+// took, and 1 when it failed, otherwise 0. Failed has what threw or reported failure, and what
+// could not be read though the interface has it report success. An operation that calls another one
+// is told after it. The text lives as long as the process.
 EMF_API void emfOperationEnded(const char* operation, std::int64_t nanoseconds, int failed) noexcept
     __attribute__((weak));
 

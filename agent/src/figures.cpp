@@ -12,6 +12,12 @@ namespace {
 // so those in use stand together at the front.
 template <class Rows>
 auto rowOf(Rows& rows, const char* name) noexcept -> decltype(rows.data()) {
+  // Nearly always the very same text.
+  for (auto& row : rows) {
+    const char* const known = row.name.load(std::memory_order_acquire);
+    if (known == name) return &row;
+    if (known == nullptr) break;
+  }
   for (auto& row : rows) {
     const char* known = row.name.load(std::memory_order_acquire);
     if (known == nullptr && row.name.compare_exchange_strong(known, name)) return &row;

@@ -68,9 +68,13 @@ AlarmCfg recordOf(const Json::Value& row) {
 }
 
 // The answer names its rows by their index, beside "count".
-std::int64_t readRows(std::vector<AlarmCfg>& out) {
+std::int64_t readRows(std::vector<AlarmCfg>& out, emf::WatchedCall& call) {
   Json::Value answer;
-  NS_UTIL::NBIHTTPProxy::QueryRedefineAlarmDataList(answer, emf::pageRequest(kFirstRow, kRows));
+  // Meant so: what cannot be read reads as nothing to read.
+  if (!NS_UTIL::NBIHTTPProxy::QueryRedefineAlarmDataList(answer,
+                                                         emf::pageRequest(kFirstRow, kRows))) {
+    call.fail();
+  }
   const int count = emf::memberOf(answer, "count").asInt();  // 0 of a null value
   if (count == 0) return kNothingToRead;
   for (int row = 0; row < count; ++row) {
@@ -85,7 +89,7 @@ std::int64_t readRows(std::vector<AlarmCfg>& out) {
 std::int64_t EMFAlarmI::getRedefineAlarmInfo(std::vector<AlarmCfg>& out) {
   emf::WatchedCall call("EMFAlarmI::getRedefineAlarmInfo");
   try {
-    return readRows(out);
+    return readRows(out, call);
   } catch (const ProcessException& failure) {
     EMF_LOG(GetDomainLog(), kSourceName, LogFormat, 1,
             "[EMFAlarmI::getRedefineAlarmInfo]: Call getRedefineAlarmInfo catch processException! "

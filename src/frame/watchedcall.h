@@ -19,7 +19,9 @@ class WatchedCall {
  public:
   // The text has to live as long as the process.
   explicit WatchedCall(const char* operation) noexcept : operation_(operation) {
-    if (isWatched()) start_ = Clock::now();
+    if (!isWatched()) return;
+    exceptions_ = std::uncaught_exceptions();
+    start_ = Clock::now();
   }
   WatchedCall(const WatchedCall&) = delete;
   WatchedCall& operator=(const WatchedCall&) = delete;
@@ -46,7 +48,7 @@ class WatchedCall {
   static bool isWatched() noexcept { return emfOperationEnded != nullptr; }
 
   const char* const operation_;
-  const int exceptions_ = std::uncaught_exceptions();
+  int exceptions_ = 0;  // under way when the operation began
   Clock::time_point start_;
   bool failed_ = false;
 };

@@ -5,6 +5,7 @@
 
 #include "emfresinterface.h"
 #include "orma/access/prdu_res_info_convert.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -28,10 +29,11 @@ bool makeInstance(ACE_DLL& library, PRDU_ORMA::PrduResInfoConvert*& instance) {
 // Closed in every case, also under an instance that lives on: meant so. ACE keeps a library that
 // was opened like this mapped until ACE itself ends.
 std::int64_t EMFResMgrI::initAccessFdnConvertDll(PRDU_ORMA::PrduResInfoConvert*& instance) {
+  emf::WatchedCall call("EMFResMgrI::initAccessFdnConvertDll");
   ACE_DLL library(true);
   const std::string name = std::string("lib") + kPrefix + kProduct + ".so";
   const bool made =
       library.open(name.c_str(), kLazyAndGlobal, false) == 0 && makeInstance(library, instance);
   library.close();
-  return made ? 0 : 1;
+  return call.result(made ? 0 : 1);
 }

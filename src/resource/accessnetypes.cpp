@@ -13,6 +13,7 @@
 #include "emfresinterface.h"
 #include "orma/bundle/config_items.h"
 #include "orma/ident/sdxml_interpreter_mgr.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -91,6 +92,7 @@ std::list<int> accessTypes(std::FILE* file) {
 }  // namespace
 
 std::int64_t EMFResMgrI::getAccessNETypeList(std::map<int, std::string>& types) {
+  const emf::WatchedCall call("EMFResMgrI::getAccessNETypeList");
   const std::string root = NS_BUNDLEMGR1::GetORMARootPath();
   if (root.empty()) return 0;
   const File file = openFile(configurationFile(root));

@@ -6,6 +6,7 @@
 #include "orma/rest/nbi_http_proxy.h"
 #include "orma/text/text.h"
 #include "resourcenames.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -170,6 +171,7 @@ void QueryAccessResource(const std::string& path, const std::string& body, Acces
 }
 
 std::int64_t EMFResMgrI::getAccessResourceLabels(std::map<int, ResourceEightLoc>& locs) {
+  const emf::WatchedCall call("EMFResMgrI::getAccessResourceLabels");
   if (locs.empty()) return 0;
   AccessResources byFdn;
   for (const auto& [key, resource] : locs) byFdn[resource.fdn] = resource;

@@ -10,6 +10,7 @@
 #include "orma/rest/rest_client.h"
 #include "paginators.h"
 #include "resourcenames.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -92,10 +93,13 @@ std::int64_t QueryContainedResources(const Ids& ids, std::list<Resource>& out, b
 
 std::int64_t EMFResMgrI::getContainedResourceByMainType(const Ids& ids, std::int64_t mainType,
                                                         std::list<Resource>& out) {
-  return QueryContainedResources(ids, out, false, mainType, 0);
+  emf::WatchedCall call("EMFResMgrI::getContainedResourceByMainType");
+  return call.result(QueryContainedResources(ids, out, false, mainType, 0));
 }
 
 std::int64_t EMFResMgrI::getContainedResourceByType(const Ids& ids, ResTypeID type,
                                                     std::list<Resource>& out) {
-  return QueryContainedResources(ids, out, true, type.resMainTypeID, type.resSubTypeID);
+  emf::WatchedCall call("EMFResMgrI::getContainedResourceByType");
+  return call.result(
+      QueryContainedResources(ids, out, true, type.resMainTypeID, type.resSubTypeID));
 }

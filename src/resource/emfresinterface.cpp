@@ -3,6 +3,7 @@
 #include "emfglobal.h"
 #include "orma/text/secure_text.h"
 #include "threadtextbuffer.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -49,12 +50,14 @@ int formatFdn(char* buffer, FdnForm form, std::uint32_t deviceId) {
 }  // namespace
 
 std::int32_t EMFResMgrI::AdpDevID2FDN(std::uint32_t deviceId, std::string& fdn) {
+  emf::WatchedCall call("EMFResMgrI::AdpDevID2FDN");
   fdn.clear();
   emf::ThreadTextBuffer& buffer = emf::ThreadTextBuffer::forThisThread();
   char* text = buffer.cleared();
   // Without address space for the buffer, formatting counts as failed.
   const int length = text != nullptr ? formatFdn(text, formOf(deviceId), deviceId) : -1;
   if (length < 0) {
+    call.fail();
     EMF_TRACE(
         kSourceName,
         TaDebugWithPara(3, "EMFResMgrI::AdpDevID2FDN snprintf_s failed,iDevID(%u)", deviceId));
@@ -67,4 +70,7 @@ std::int32_t EMFResMgrI::AdpDevID2FDN(std::uint32_t deviceId, std::string& fdn) 
   return length;
 }
 
-int EMFResMgrI::getResType() { return 0; }
+int EMFResMgrI::getResType() {
+  const emf::WatchedCall call("EMFResMgrI::getResType");
+  return 0;
+}

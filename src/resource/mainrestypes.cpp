@@ -6,6 +6,7 @@
 #include "orma/rest/rest_client.h"
 #include "paginators.h"
 #include "resourcenames.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -39,8 +40,9 @@ bool QueryMainResTypes(std::vector<std::pair<int, std::string>>& out) {
 }
 
 std::int64_t EMFResMgrI::getResMainType(std::list<NbiResMainType>& out) {
+  emf::WatchedCall call("EMFResMgrI::getResMainType");
   std::vector<std::pair<int, std::string>> types;
-  if (!QueryMainResTypes(types)) return -1;
+  if (!QueryMainResTypes(types)) return call.result(-1);
   for (const auto& [id, name] : types) {
     NbiResMainType type;
     type.id = id;

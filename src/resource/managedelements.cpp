@@ -10,6 +10,7 @@
 #include "paginators.h"
 #include "resourcenames.h"
 #include "restquery.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -54,6 +55,7 @@ Resource managementSystem() {
 }  // namespace
 
 std::int64_t EMFResMgrI::getAllManagedElements(std::list<Resource>& out) {
+  emf::WatchedCall call("EMFResMgrI::getAllManagedElements");
   EMF_TRACE(kSourceName, TaTrace("EMFResMgrI::getAllManagedElements enter"));
   Nimbola::MarkerPaginator pages = elementPages();
   while (pages.hasMore) {
@@ -61,7 +63,7 @@ std::int64_t EMFResMgrI::getAllManagedElements(std::list<Resource>& out) {
     if (!pages.NextPage(page)) {
       EMF_TRACE(kSourceName, TaTrace(" EMFResMgrI::getAllManagedElements failed"));
       EMF_TRACE(kSourceName, TaDebugWithPara(3, "EMFResMgrI::getAllManagedElements  failed!"));
-      return kReadFailed;
+      return call.result(kReadFailed);
     }
     for (Json::Value& object : page) {
       out.push_back(elementOf(object));

@@ -12,6 +12,7 @@
 #include "orma/rest/nbi_http_proxy.h"
 #include "resourcenames.h"
 #include "topologyjson.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -56,10 +57,11 @@ bool isHidden(int attribute) { return attribute == 30 || (attribute >= 60 && att
 }  // namespace
 
 std::int64_t EMFResMgrI::getResourceLocation(std::int64_t iid, LocationInfo_& info) {
+  emf::WatchedCall call("EMFResMgrI::getResourceLocation");
   Json::Value answer;
-  if (!readDetails(iid, false, answer)) return kFailure;
+  if (!readDetails(iid, false, answer)) return call.result(kFailure);
   const Json::Value* location = firstOf(answer, "locationInfo");
-  if (location == nullptr || !hasMember(*location, "devMTInfo")) return kFailure;
+  if (location == nullptr || !hasMember(*location, "devMTInfo")) return call.result(kFailure);
   const Json::Value& place = (*location)["devMTInfo"];
   LocationInfo_ found = info;  // whole or not at all: a member of a wrong type throws
   found.country = northText(place, "country");
@@ -73,10 +75,11 @@ std::int64_t EMFResMgrI::getResourceLocation(std::int64_t iid, LocationInfo_& in
 // Of several keepers only the first is taken, and of none one without a name: meant so.
 std::int64_t EMFResMgrI::getResourceMaintenances(std::int64_t iid,
                                                  std::list<MaintenanceInfo>& out) {
+  emf::WatchedCall call("EMFResMgrI::getResourceMaintenances");
   Json::Value answer;
-  if (!readDetails(iid, true, answer)) return kFailure;
+  if (!readDetails(iid, true, answer)) return call.result(kFailure);
   const Json::Value* keeper = firstOf(answer, "maintenanceInfo");
-  if (keeper == nullptr) return kFailure;
+  if (keeper == nullptr) return call.result(kFailure);
   MaintenanceInfo record;
   record.iID = emf::leadingNumber(northText(*keeper, "iID"));
   record.name = northText(*keeper, "name");
@@ -89,11 +92,12 @@ std::int64_t EMFResMgrI::getResourceMaintenances(std::int64_t iid,
 
 std::int64_t EMFResMgrI::getResourceAttributes(std::int64_t iid,
                                                std::list<ResourceAttribute>& out) {
+  emf::WatchedCall call("EMFResMgrI::getResourceAttributes");
   const std::list<int> iids = {static_cast<int>(iid)};
   std::map<int, _SResProperty> resources;
   CEmfCommDBEngine& engine = *CEmfCommDBEngine::Instance(CEmfCommDBEngine::GetModuleName());
   if (engine.GetResByIID(iids, {}, resources, kWithAttributes) < 1 || resources.empty()) {
-    return kFailure;
+    return call.result(kFailure);
   }
   for (const auto& [number, value] : resources.begin()->second.attributes) {
     if (isHidden(number)) continue;

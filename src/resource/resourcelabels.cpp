@@ -10,6 +10,7 @@
 #include "emfresinterface.h"
 #include "orma/rest/nbi_http_proxy.h"
 #include "resourcenames.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -168,37 +169,45 @@ std::int64_t labelsOf(KindIndex index, std::list<ResourceDn>& out, const Fdns& f
 }  // namespace
 
 std::int64_t EMFResMgrI::getPortResourceLabelsByRest(std::list<ResourceDn>& out, const Fdns& fdns) {
-  return labelsOf(kPort, out, fdns);
+  emf::WatchedCall call("EMFResMgrI::getPortResourceLabelsByRest");
+  return call.result(labelsOf(kPort, out, fdns));
 }
 
 std::int64_t EMFResMgrI::getSlotResourceLabelsByRest(std::list<ResourceDn>& out, const Fdns& fdns) {
-  return labelsOf(kSlot, out, fdns);
+  emf::WatchedCall call("EMFResMgrI::getSlotResourceLabelsByRest");
+  return call.result(labelsOf(kSlot, out, fdns));
 }
 
 std::int64_t EMFResMgrI::getCardResourceLabelsByRest(std::list<ResourceDn>& out, const Fdns& fdns) {
-  return labelsOf(kCard, out, fdns);
+  emf::WatchedCall call("EMFResMgrI::getCardResourceLabelsByRest");
+  return call.result(labelsOf(kCard, out, fdns));
 }
 
 std::int64_t EMFResMgrI::getFrameResourceLabelsByRest(std::list<ResourceDn>& out,
                                                       const Fdns& fdns) {
-  return labelsOf(kFrame, out, fdns);
+  emf::WatchedCall call("EMFResMgrI::getFrameResourceLabelsByRest");
+  return call.result(labelsOf(kFrame, out, fdns));
 }
 
 std::int64_t EMFResMgrI::getNEResourceLabelsByRest(std::list<ResourceDn>& out, const Fdns& fdns) {
-  return labelsOf(kElement, out, fdns);
+  emf::WatchedCall call("EMFResMgrI::getNEResourceLabelsByRest");
+  return call.result(labelsOf(kElement, out, fdns));
 }
 
 std::int64_t EMFResMgrI::getResourceLabelsByRest(std::list<ResourceDn>& out, const Fdns& fdns,
                                                  const std::string& resType) {
+  emf::WatchedCall call("EMFResMgrI::getResourceLabelsByRest");
   EMF_TRACE(kSourceName, TaDebugWithPara(3, "EMFResMgrI::getResourceLabelsByRest called"));
   for (int index = kPort; index < kKindCount; ++index) {
-    if (resType == kKinds[index].word) return labelsOf(static_cast<KindIndex>(index), out, fdns);
+    if (resType == kKinds[index].word)
+      return call.result(labelsOf(static_cast<KindIndex>(index), out, fdns));
   }
   return 0;
 }
 
 std::int64_t EMFResMgrI::getResourceLabels(std::list<ResourceDn>& out,
                                            const std::map<int, std::string>& dnMap) {
+  const emf::WatchedCall call("EMFResMgrI::getResourceLabels");
   if (dnMap.empty()) return 0;
   EMF_TRACE(kSourceName, TaDebugWithPara(3, "EMFResMgrI::getResourceLabels  dnMapSize = %d",
                                          static_cast<int>(dnMap.size())));
@@ -213,13 +222,15 @@ std::int64_t EMFResMgrI::getResourceLabels(std::list<ResourceDn>& out,
 
 std::int64_t EMFResMgrI::getResourceLabelsEx(std::list<ResourceDn>& out,
                                              const std::map<int, std::string>& dnMap) {
-  return getResourceLabels(out, dnMap);
+  emf::WatchedCall call("EMFResMgrI::getResourceLabelsEx");
+  return call.result(getResourceLabels(out, dnMap));
 }
 
 std::int64_t EMFResMgrI::getAllNeResLabel(std::map<std::string, std::string>& out) {
+  emf::WatchedCall call("EMFResMgrI::getAllNeResLabel");
   EMF_TRACE(kSourceName, TaTrace("EMFResMgrI::getAllNeResLabel Entered!"));
   std::vector<Json::Value> objects;
-  NBIHTTPProxy::GetAllDevProperty(objects);
+  if (!NBIHTTPProxy::GetAllDevProperty(objects)) call.fail();
   int taken = 0;
   for (Json::Value& object : objects) {
     const std::string neDn = object["nativeId"].asString();

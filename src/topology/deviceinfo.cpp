@@ -51,9 +51,11 @@ void DeviceInfo::Destroy() {
 }
 
 int DeviceInfo::setDeviceMap() {
+  emf::WatchedCall call("DeviceInfo::setDeviceMap");
   logText(kSetEntering, __LINE__);
   std::list<Device> devices;
   if (EMFTopoI::getAllDevices(devices) != 0) {
+    call.fail();
     logText(kSetFailed, __LINE__);
     return 0;
   }
@@ -83,6 +85,7 @@ bool DeviceInfo::findById(long id, Device& out) {
 }
 
 int DeviceInfo::getDeviceByID(long id, Device& out) {
+  const emf::WatchedCall call("DeviceInfo::getDeviceByID");
   logText(kByIdEntering, __LINE__);
   bool found = findById(id, out);
   if (!found) {
@@ -104,6 +107,7 @@ void DeviceInfo::findByName(const std::string& name, std::list<Device>& out) {
 
 // No entering or outing message here, unlike the lookup by id: meant so.
 int DeviceInfo::getDeviceByName(const std::string& name, std::list<Device>& out) {
+  const emf::WatchedCall call("DeviceInfo::getDeviceByName");
   out.clear();
   findByName(name, out);
   if (out.empty()) {

@@ -1,9 +1,23 @@
 #include "emfmominterface.h"
 
-int EMFMOMgrI::setUserLabel() { return 0; }
+#include "watchedcall.h"
 
-int EMFMOMgrI::setOwner() { return 0; }
+int EMFMOMgrI::setUserLabel() {
+  const emf::WatchedCall call("EMFMOMgrI::setUserLabel");
+  return 0;
+}
 
-int EMFMOMgrI::insertRecord() { return 0; }
+int EMFMOMgrI::setOwner() {
+  const emf::WatchedCall call("EMFMOMgrI::setOwner");
+  return 0;
+}
 
-int EMFMOMgrI::deleteRecord() { return 0; }
+int EMFMOMgrI::insertRecord() {
+  const emf::WatchedCall call("EMFMOMgrI::insertRecord");
+  return 0;
+}
+
+int EMFMOMgrI::deleteRecord() {
+  const emf::WatchedCall call("EMFMOMgrI::deleteRecord");
+  return 0;
+}

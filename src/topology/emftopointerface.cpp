@@ -9,6 +9,7 @@
 #include "orma/dao/emf_comm_db_engine.h"
 #include "orma/rest/nbi_http_proxy.h"
 #include "resourcenames.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -52,8 +53,10 @@ bool parseDevice(const Json::Value& object, Device& device) {
 }  // namespace
 
 std::int64_t EMFTopoI::getAllDevices(std::list<Device>& out) {
+  emf::WatchedCall call("EMFTopoI::getAllDevices");
   std::vector<Json::Value> objects;
-  NS_UTIL::NBIHTTPProxy::GetAllDevProperty(objects);
+  // Meant so: a listing that fails reads as an empty one. To a host that watches it has failed.
+  if (!NS_UTIL::NBIHTTPProxy::GetAllDevProperty(objects)) call.fail();
   for (Json::Value& object : objects) {
     Device device;
     if (parseDevice(object, device)) out.push_back(std::move(device));
@@ -63,13 +66,14 @@ std::int64_t EMFTopoI::getAllDevices(std::list<Device>& out) {
 }
 
 std::int64_t EMFTopoI::getDevice(long id, Device& out) {
+  emf::WatchedCall call("EMFTopoI::getDevice");
   const std::list<unsigned int> ids = {static_cast<unsigned int>(id)};
   std::list<stDevProperty> records;
   if (engine().GetDevProperty(ids, records) == -1) {
     EMF_TRACE(kSourceName, TaDebugWithPara(1, "[EMFTopoI::getDevice] Get device property failed."));
-    return kReadFailed;
+    return call.result(kReadFailed);
   }
-  if (records.size() != 1) return kNoSuchDevice;
+  if (records.size() != 1) return call.result(kNoSuchDevice);
   const stDevProperty& record = records.front();
   out.id = record.devId;
   out.mainType = record.devType;
@@ -80,14 +84,16 @@ std::int64_t EMFTopoI::getDevice(long id, Device& out) {
 }
 
 std::int64_t EMFTopoI::getVersionOfDev(int id, std::string& out) {
+  emf::WatchedCall call("EMFTopoI::getVersionOfDev");
   const int result = engine().GetDevVersionName(static_cast<unsigned int>(id), out);
-  return result == -1 ? kNoSuchDevice : kSuccess;
+  return call.result(result == -1 ? kNoSuchDevice : kSuccess);
 }
 
 std::int64_t EMFTopoI::getLocationOfDev(long id, std::string& out) {
+  emf::WatchedCall call("EMFTopoI::getLocationOfDev");
   std::list<std::string> parts;
   if (engine().GetDevLocationByDevID(static_cast<unsigned int>(id), parts) == -1) {
-    return kNoSuchDevice;
+    return call.result(kNoSuchDevice);
   }
   out.clear();
   for (const std::string& part : parts) out.append(part).append(kPartEnd);
@@ -95,9 +101,10 @@ std::int64_t EMFTopoI::getLocationOfDev(long id, std::string& out) {
 }
 
 std::int64_t EMFTopoI::getDeviceIDbyNodeID(const std::string& nodeId, long& out) {
+  emf::WatchedCall call("EMFTopoI::getDeviceIDbyNodeID");
   std::list<NodeStruct> nodes;
   if (engine().GetBaseNode(TOPO_QUERY_BY_NODE, nodeId, nodes) < 1 || nodes.empty()) {
-    return kNoSuchNode;
+    return call.result(kNoSuchNode);
   }
   out = nodes.front().devId;
   return kSuccess;

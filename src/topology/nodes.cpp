@@ -9,6 +9,7 @@
 #include "resourcenames.h"
 #include "submapbufmgr.h"
 #include "topologyjson.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -104,6 +105,7 @@ void fillNode(const Json::Value& object, const std::string& iconName, Node& node
 
 // The submap is not looked at: the answer is always the physical root's, meant so.
 std::int64_t EMFTopoI::getAllNodes(const std::string&, std::list<Node>& out) {
+  const emf::WatchedCall call("EMFTopoI::getAllNodes");
   Json::Value classes(Json::arrayValue);
   classes.append("ne");
   classes.append("container");
@@ -117,6 +119,7 @@ std::int64_t EMFTopoI::getAllNodes(const std::string&, std::list<Node>& out) {
 }
 
 std::int64_t EMFTopoI::getNode(const SimNode& key, Node& out) {
+  const emf::WatchedCall call("EMFTopoI::getNode");
   const std::string nativeId = (key.nodeId == "1" ? "OS=" : "NE=") + key.nodeId;
   const std::vector<Json::Value> objects = topologyView(filterOf("nativeId", "equal", nativeId));
   // The icon's whole path here, unlike getAllNodes: meant so.

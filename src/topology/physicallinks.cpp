@@ -10,6 +10,7 @@
 #include "linkportstatus.h"
 #include "orma/southbound/southbound.h"
 #include "topologyjson.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -119,6 +120,7 @@ void appendInBatches(std::vector<TEUniResID> ids, std::list<PhysicalLink>& out) 
 }  // namespace
 
 std::int64_t EMFTopoI::getPhyLink(const std::string& linkId, PhysicalLink& out) {
+  emf::WatchedCall call("EMFTopoI::getPhyLink");
   const LinkKind& kind = kindOf(linkId);
   TEUniResID id;
   id.uniResId = kind.idPrefix + linkId;
@@ -126,29 +128,30 @@ std::int64_t EMFTopoI::getPhyLink(const std::string& linkId, PhysicalLink& out) 
   try {
     std::vector<TELinkInfo> infos;
     NS_DOMAIN_SOUTHAPISET::GetLinkInfo({id}, kAllAttributes, infos);
-    if (infos.empty()) return kNoSuchLink;
+    if (infos.empty()) return call.result(kNoSuchLink);
     convertLinkInfo(infos.front(), out);
     return 0;
   } catch (const ProcessException& failure) {
     reportLinkInfoCode(failure.errCode);
-    return failure.errCode;
+    return call.result(failure.errCode);
   } catch (...) {
     reportLinkInfoFailed();
-    return kSouthboundFailed;
+    return call.result(kSouthboundFailed);
   }
 }
 
 std::int64_t EMFTopoI::getAllPhyLinks(std::list<PhysicalLink>& out) {
+  emf::WatchedCall call("EMFTopoI::getAllPhyLinks");
   EMF_TRACE(kSourceName, TaDebug(1, "[EMFTopoI::getAllPhyLinks]Entered"));
   std::vector<TEUniResID> ids;
   try {
     NS_DOMAIN_SOUTHAPISET::GetLinkID({}, {}, ids);
   } catch (const ProcessException& failure) {
     reportCode("[EMFTopoI::getAllPhyLinks] GetLinkID. Error:", failure.errCode);
-    return failure.errCode;
+    return call.result(failure.errCode);
   } catch (...) {
     reportOther("[EMFTopoI::getAllPhyLinks] GetLinkID failed");
-    return kSouthboundFailed;
+    return call.result(kSouthboundFailed);
   }
   appendInBatches(std::move(ids), out);
   EMF_TRACE(kSourceName, TaDebug(1, "[EMFTopoI::getAllPhyLinks] Leaving"));

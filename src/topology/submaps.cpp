@@ -11,6 +11,7 @@
 #include "restquery.h"
 #include "submapbufmgr.h"
 #include "topologyjson.h"
+#include "watchedcall.h"
 
 namespace {
 
@@ -122,13 +123,14 @@ void fillSubMap(const Json::Value& object, SubMap& out) {
 // A failed read is -1 here and 0x411800D4 in the two operations below; a page that is no array is
 // 0 here and -1 there. Meant so.
 std::int64_t EMFTopoI::getAllRootSubMaps(std::list<SubMap>& out) {
+  emf::WatchedCall call("EMFTopoI::getAllRootSubMaps");
   Nimbola::MarkerPaginator pages = pagesOf({equal("topoId", kRootTopoId)});
   while (pages.hasMore) {
     Json::Value page;
     if (!pages.NextPage(page)) {
       EMF_TRACE(kSourceName,
                 TaDebugWithPara(3, "[EMFTopoI::getAllRootSubMaps] call rest interface failed!"));
-      return -1;
+      return call.result(-1);
     }
     if (!page.isArray()) return 0;
     for (const Json::Value& object : page) {
@@ -143,6 +145,7 @@ std::int64_t EMFTopoI::getAllRootSubMaps(std::list<SubMap>& out) {
 }
 
 std::int64_t EMFTopoI::getAllSubMaps(const std::string& subMapId, std::list<SubMap>& out) {
+  emf::WatchedCall call("EMFTopoI::getAllSubMaps");
   std::string objId;
   GetOBJID(subMapId, objId);
   Nimbola::MarkerPaginator pages =
@@ -152,15 +155,16 @@ std::int64_t EMFTopoI::getAllSubMaps(const std::string& subMapId, std::list<SubM
     if (!pages.NextPage(page)) {
       EMF_LOG(GetDomainLog(), kSourceName, LogFormat, 1,
               "[NBIHTTPProxy::getAllSubMaps]:call rest interface failed!");
-      return kTopologyFailed;
+      return call.result(kTopologyFailed);
     }
-    if (!page.isArray()) return -1;
+    if (!page.isArray()) return call.result(-1);
     for (const Json::Value& object : page) appendChild(object, out);
   }
   return 0;
 }
 
 std::int64_t EMFTopoI::getSubMap(const std::string& subMapId, SubMap& out) {
+  emf::WatchedCall call("EMFTopoI::getSubMap");
   std::string objId;
   GetOBJID(subMapId, objId);
   Json::Value response;
@@ -168,15 +172,16 @@ std::int64_t EMFTopoI::getSubMap(const std::string& subMapId, SubMap& out) {
                             response)) {
     EMF_LOG(GetDomainLog(), kSourceName, LogFormat, 1,
             "[NBIHTTPProxy::getSubMap]:call rest interface failed!");
-    return kTopologyFailed;
+    return call.result(kTopologyFailed);
   }
-  if (!response.isObject() || !response["dataList"].isArray()) return -1;
+  if (!response.isObject() || !response["dataList"].isArray()) return call.result(-1);
   // An empty array is not guarded against: its element 0 reads as an empty object. Meant so.
   fillSubMap(response["dataList"][0], out);
   return 0;
 }
 
 void EMFTopoI::getSubmapName(std::string& out, const unsigned long& deviceId) {
+  const emf::WatchedCall call("EMFTopoI::getSubmapName");
   if (SubmapBufMgr* buffers = SubmapBufMgr::Instance()) {
     buffers->GetSubmapName(out, deviceId);
   } else {

@@ -39,8 +39,13 @@ class Lifecycle : public World {
     configure([](Json::Value& document) { document["log"]["stderr"] = false; });
   }
 
+  // The task's requests may or may not meet the others; so that the connections that are kept do
+  // not depend on it, there is one.
   void reportSubnets() {
-    configure([](Json::Value& document) { document["items"]["IsReportSubnet"] = 1; });
+    configure([](Json::Value& document) {
+      document["items"]["IsReportSubnet"] = 1;
+      document["rest"]["maxConnections"] = 1;
+    });
   }
 
   std::shared_ptr<const orma::Configuration> configuration() {

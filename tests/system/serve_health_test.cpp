@@ -113,6 +113,22 @@ TEST_F(ServeHealth, MetricsTellOfTheRefreshAndOfTheRestService) {
             HasSubstr("\normaagent_subnet_refresh_duration_seconds "), Not(HasSubstr("database"))));
 }
 
+TEST_F(ServeHealth, MetricsTellOfTheCallsOfOtherServices) {
+  configure([](Json::Value& document) {
+    Json::Value service = scriptedService("makeCalling");
+    service["library"] = CALLING_SERVICE;
+    document["bundles"].append(service);
+  });
+  startReadyAgent();
+  EXPECT_THAT(
+      page("/metrics"),
+      AllOf(
+          HasSubstr("\normaagent_operation_calls_total{operation=\"EMFTopoI::getDevice\"} 1\n"),
+          HasSubstr("\normaagent_operation_failures_total{operation=\"EMFTopoI::getDevice\"} 0\n"),
+          HasSubstr("\normaagent_outside_exchanges_total{service=\"database\",outcome="
+                    "\"answered\"} 1\n")));
+}
+
 TEST_F(ServeHealth, OneThatIsOffTellsNothing) {
   configure([](Json::Value& document) { document.removeMember("serve"); });
   const auto agent = startAgent({"serve"});
