@@ -8,6 +8,11 @@
 // seconds, `ratio`, the median of ours / peer over the pairs, and `cpu_ratio`, the same for the
 // processor time of this process, which leaves out what both wait for.
 //
+// What ours leaves behind may be cleared untimed, by a third body that runs before each run of
+// ours:
+//
+//   comparePaired(state, plugin, bare, [&] { devices.clear(); });
+//
 // Thread-safety: thread-compatible.
 #pragma once
 
@@ -46,8 +51,8 @@ inline double median(std::vector<double> values) {
 }
 
 // Each body leaves the state that its next run needs.
-template <class Ours, class Peer>
-void comparePaired(benchmark::State& state, Ours ours, Peer peer) {
+template <class Ours, class Peer, class Clear>
+void comparePaired(benchmark::State& state, Ours ours, Peer peer, Clear clear) {
   std::vector<double> peerSeconds;
   std::vector<double> ratios;
   std::vector<double> cpuRatios;
@@ -56,6 +61,7 @@ void comparePaired(benchmark::State& state, Ours ours, Peer peer) {
     oursFirst = !oursFirst;  // neither always runs on what the other left in the caches
     Cost theirs{};
     if (!oursFirst) theirs = costOf(peer);
+    clear();
     const Cost our = costOf(ours);
     if (oursFirst) theirs = costOf(peer);
     state.SetIterationTime(our.seconds);
@@ -66,4 +72,9 @@ void comparePaired(benchmark::State& state, Ours ours, Peer peer) {
   state.counters["peer"] = median(peerSeconds);
   state.counters["ratio"] = median(ratios);
   state.counters["cpu_ratio"] = median(cpuRatios);
+}
+
+template <class Ours, class Peer>
+void comparePaired(benchmark::State& state, Ours ours, Peer peer) {
+  comparePaired(state, ours, peer, [] {});
 }

@@ -90,15 +90,12 @@ void getResourceLabels(benchmark::State& state) {
   std::list<ResourceDn> labels;
   std::size_t objects = 0;
   comparePaired(
-      state,
-      [&] {
-        labels.clear();
-        EMFResMgrI::getResourceLabels(labels, names);
-      },
+      state, [&] { EMFResMgrI::getResourceLabels(labels, names); },
       [&] {
         objects = 0;
         for (const std::string& body : batches) objects += bare.post(url, body)["objList"].size();
-      });
+      },
+      [&] { labels.clear(); });
   if (labels.size() != kPorts || objects != kPorts) {
     state.SkipWithError("the two readers did not see every port");
   }
@@ -126,12 +123,8 @@ void getAllManagedElements(benchmark::State& state) {
   std::list<Resource> elements;
   std::size_t objects = 0;
   comparePaired(
-      state,
-      [&] {
-        elements.clear();
-        EMFResMgrI::getAllManagedElements(elements);
-      },
-      [&] { objects = readElements(bare, url); });
+      state, [&] { EMFResMgrI::getAllManagedElements(elements); },
+      [&] { objects = readElements(bare, url); }, [&] { elements.clear(); });
   if (elements.size() != kElements + 1 || objects != kElements) {
     state.SkipWithError("the two readers did not see every element");
   }
@@ -159,12 +152,8 @@ void getContainedResourceByMainType(benchmark::State& state) {
   std::list<Resource> frames;
   std::size_t objects = 0;
   comparePaired(
-      state,
-      [&] {
-        frames.clear();
-        EMFResMgrI::getContainedResourceByMainType({2}, 3, frames);
-      },
-      [&] { objects = readContents(bare, url); });
+      state, [&] { EMFResMgrI::getContainedResourceByMainType({2}, 3, frames); },
+      [&] { objects = readContents(bare, url); }, [&] { frames.clear(); });
   if (frames.size() != kFrames || objects != kObjects) {
     state.SkipWithError("the two readers did not see what the element contains");
   }
