@@ -17,7 +17,9 @@ endif()
 
 find_program(EMF_CCACHE ccache)
 if(EMF_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${EMF_CCACHE})
+  # A precompiled header is known by its content, not by its time.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+      CCACHE_SLOPPINESS=pch_defines,time_macros ${EMF_CCACHE})
 endif()
 
 add_library(emf_options INTERFACE)

@@ -9,6 +9,7 @@ cmake --build "$work/tao"
 cmake --install "$work/tao" --prefix "$work/tao-installed"
 
 cmake -S "$1" -B "$work/plugin" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER="$3" \
+  -DCMAKE_CXX_FLAGS_DEBUG=-O0 \
   -DEMF_PLATFORM_PACKAGE=site_platform -DEMF_WITH_TAO=ON \
   -DCMAKE_PREFIX_PATH="$here/platform_package;$2;$work/tao-installed" | tee "$work/configured"
 grep -q 'TAO: found' "$work/configured" || fail "the summary does not say that TAO was found"
