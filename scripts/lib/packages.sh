@@ -9,11 +9,13 @@ emf_release_packages=(
   libcli11-dev libcpp-httplib-dev libpugixml-dev libsystemd-dev
 )
 emf_quickstart_packages=("${emf_release_packages[@]}" graphviz)
+emf_docs_packages=(doxygen graphviz python3)
 emf_test_packages=(
   "${emf_release_packages[@]}"
   ccache clang libclang-rt-14-dev libgtest-dev libgmock-dev
   abigail-tools asn1c dpkg-dev lintian
-  ca-certificates graphviz libssl-dev man-db mandoc openssl postgresql python3-pyasn1
+  ca-certificates libssl-dev man-db mandoc openssl postgresql python3-pyasn1
+  "${emf_docs_packages[@]}"
 )
 emf_coverage_packages=("${emf_test_packages[@]}" gcovr)
 emf_package_packages=("${emf_release_packages[@]}" dpkg-dev lintian)
