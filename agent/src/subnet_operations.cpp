@@ -58,7 +58,7 @@ void addDeviceCounts(const SubMapTree& tree, std::chrono::seconds longest, Answe
   answer.fields.emplace_back("devices");
   for (std::size_t i = 0; i < tree.nodes.size(); ++i) {
     std::uint64_t& count = counts[tree.nodes[i].path];
-    answer.records[i].push_back(std::exchange(count, 0));
+    answer.records[i].emplace_back(std::exchange(count, 0));
     ++namesakes[tree.nodes[i].path];
   }
   const auto shared = std::count_if(namesakes.begin(), namesakes.end(),
