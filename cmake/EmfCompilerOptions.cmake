@@ -40,8 +40,15 @@ if(EMF_SANITIZE)
     target_compile_options(emf_options INTERFACE -Wno-maybe-uninitialized)
   endif()
 endif()
+# emf_count_coverage()
+# With EMF_COVERAGE, counts in what this directory and those below compile. Only the product counts:
+# the tests then come from the compiler cache.
+function(emf_count_coverage)
+  if(EMF_COVERAGE)
+    # Threads count in the same counters.
+    add_compile_options(--coverage -fprofile-update=atomic)
+  endif()
+endfunction()
 if(EMF_COVERAGE)
-  # Threads count in the same counters.
-  add_compile_options(--coverage -fprofile-update=atomic -O0 -g)
   add_link_options(--coverage)
 endif()
