@@ -3,7 +3,6 @@
 // Thread-safety: immutable.
 #pragma once
 
-#include <ostream>
 #include <tuple>
 
 #include "emfalmrecords.h"
@@ -33,16 +32,4 @@ inline auto fieldsOf(const AlarmReason& record) {
                   record.repairAction);
 }
 
-template <typename Record>
-auto operator==(const Record& a, const Record& b) -> decltype(fieldsOf(a) == fieldsOf(b)) {
-  return fieldsOf(a) == fieldsOf(b);
-}
-
-template <typename Record>
-auto operator<<(std::ostream& out, const Record& record)
-    -> decltype(fieldsOf(record), static_cast<std::ostream&>(out)) {
-  const char* separator = "{";
-  std::apply([&](const auto&... field) { ((out << separator << field, separator = " | "), ...); },
-             fieldsOf(record));
-  return out << '}';
-}
+#include "record_fields.h"

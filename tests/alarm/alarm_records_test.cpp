@@ -5,9 +5,9 @@
 #include <clocale>
 #include <cstring>
 #include <limits>
-#include <new>
 #include <string>
-#include <utility>
+
+#include "plain_record.h"
 
 namespace emf::test {
 namespace {
@@ -122,49 +122,6 @@ TEST(AlarmWords, AreConstantsInEveryLanguage) {
   std::setlocale(LC_ALL, "C");
 }
 
-// A record made where every byte was `filling`.
-template <typename Record>
-class MadeOver {
- public:
-  explicit MadeOver(unsigned char filling) {
-    std::memset(place_, filling, sizeof place_);
-    record_ = new (place_) Record;
-  }
-  MadeOver(const MadeOver&) = delete;
-  MadeOver& operator=(const MadeOver&) = delete;
-  ~MadeOver() { record_->~Record(); }
-
-  const Record& operator*() const { return *record_; }
-  const Record* operator->() const { return record_; }
-
- private:
-  alignas(Record) unsigned char place_[sizeof(Record)];
-  Record* record_;
-};
-
-template <typename Record>
-bool startsEmptyOver(unsigned char filling) {
-  const MadeOver<Record> record(filling);
-  return std::apply(
-      [](const auto&... field) { return ((field == std::decay_t<decltype(field)>()) && ...); },
-      fieldsOf(*record));
-}
-
-template <typename Record>
-void expectPlainValue(const Record& some) {
-  EXPECT_TRUE(startsEmptyOver<Record>(0x00));
-  EXPECT_TRUE(startsEmptyOver<Record>(0xFF));
-  Record copy = some;
-  EXPECT_EQ(copy, some);
-  Record assigned;
-  assigned = copy;
-  EXPECT_EQ(assigned, some);
-  const Record moved = std::move(copy);
-  EXPECT_EQ(moved, some);
-  assigned = Record();
-  EXPECT_EQ(assigned, Record());
-}
-
 TEST(AlarmRecord, FaultRecord) {
   FaultRecord some;
   some.auxValue1 = some.auxValue2 = some.devSerialNo = some.nodeType = -1;
@@ -173,7 +130,7 @@ TEST(AlarmRecord, FaultRecord) {
   some.faultId = some.reasonId = some.faultFlag = 3;
   some.faultTime.tm_year = 124;
   some.faultTime.tm_isdst = -1;
-  expectPlainValue(some);
+  expectPlainRecord(some);
 }
 
 TEST(AlarmRecord, AlarmCfg) {
@@ -181,14 +138,14 @@ TEST(AlarmRecord, AlarmCfg) {
   some.alarmGroupId = some.alarmId = some.eventType = some.alarmClass = some.alarmFunc = 1;
   some.severity = some.oldSeverity = some.auxValue1 = some.auxValue2 = -2;
   some.auxText = some.alarmName = some.description = "x";
-  expectPlainValue(some);
+  expectPlainRecord(some);
 }
 
 TEST(AlarmRecord, AlarmReason) {
   AlarmReason some;
   some.alarmGroupId = some.alarmId = some.reasonId = 7;
   some.causes = some.repairAction = "x";
-  expectPlainValue(some);
+  expectPlainRecord(some);
 }
 
 TEST(AlarmRecord, ZoneOfTheFaultTimeIsLeftToWhoeverFillsIt) {

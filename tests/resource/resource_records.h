@@ -34,21 +34,9 @@ inline auto fieldsOf(const ResourceAttribute& attribute) {
 
 inline auto fieldsOf(const NbiResMainType& type) { return std::tie(type.id, type.name); }
 
-template <typename Record>
-auto operator==(const Record& a, const Record& b) -> decltype(fieldsOf(a) == fieldsOf(b)) {
-  return fieldsOf(a) == fieldsOf(b);
-}
-
 inline std::ostream& operator<<(std::ostream& out, const std::vector<std::int64_t>& ids) {
   for (const std::int64_t id : ids) out << '/' << id;
   return out;
 }
 
-template <typename Record>
-auto operator<<(std::ostream& out, const Record& record)
-    -> decltype(fieldsOf(record), static_cast<std::ostream&>(out)) {
-  const char* separator = "{";
-  std::apply([&](const auto&... field) { ((out << separator << field, separator = " | "), ...); },
-             fieldsOf(record));
-  return out << '}';
-}
+#include "record_fields.h"

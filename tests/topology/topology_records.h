@@ -1,7 +1,6 @@
 // Whole records of the topology, compared and printed.
 #pragma once
 
-#include <ostream>
 #include <tuple>
 
 #include "emftoporecords.h"
@@ -36,16 +35,4 @@ inline auto fieldsOf(const UpdateDevice& update) {
 
 inline auto fieldsOf(const SimNode& key) { return std::tie(key.parentSubMapId, key.nodeId); }
 
-template <typename Record>
-auto operator==(const Record& a, const Record& b) -> decltype(fieldsOf(a) == fieldsOf(b)) {
-  return fieldsOf(a) == fieldsOf(b);
-}
-
-template <typename Record>
-auto operator<<(std::ostream& out, const Record& record)
-    -> decltype(fieldsOf(record), static_cast<std::ostream&>(out)) {
-  const char* separator = "{";
-  std::apply([&](const auto&... field) { ((out << separator << field, separator = " | "), ...); },
-             fieldsOf(record));
-  return out << '}';
-}
+#include "record_fields.h"

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <new>
-#include <utility>
+#include "plain_record.h"
 
 namespace emf::test {
 namespace {
@@ -55,40 +53,12 @@ SimNode someSimNode() {
   return key;
 }
 
-template <typename Record>
-bool startsEmptyIn(unsigned char filling) {
-  alignas(Record) unsigned char place[sizeof(Record)];
-  std::memset(place, filling, sizeof place);
-  auto* record = new (place) Record;
-  // Numbers are 0 and texts empty: the tuple of a value-initialised one of each.
-  const bool empty = std::apply(
-      [](const auto&... field) { return ((field == std::decay_t<decltype(field)>()) && ...); },
-      fieldsOf(*record));
-  record->~Record();
-  return empty;
-}
-
-template <typename Record>
-void expectPlainValue(const Record& some) {
-  EXPECT_TRUE(startsEmptyIn<Record>(0x00));
-  EXPECT_TRUE(startsEmptyIn<Record>(0xFF));
-  Record copy = some;
-  EXPECT_EQ(copy, some);
-  Record assigned;
-  assigned = copy;
-  EXPECT_EQ(assigned, some);
-  const Record moved = std::move(copy);
-  EXPECT_EQ(moved, some);
-  assigned = Record();
-  EXPECT_EQ(assigned, Record());
-}
-
-TEST(TopologyRecord, Node) { expectPlainValue(someNode()); }
-TEST(TopologyRecord, SubMap) { expectPlainValue(someSubMap()); }
-TEST(TopologyRecord, PhysicalLink) { expectPlainValue(somePhysicalLink()); }
-TEST(TopologyRecord, DispLink) { expectPlainValue(someDispLink()); }
-TEST(TopologyRecord, UpdateDevice) { expectPlainValue(someUpdateDevice()); }
-TEST(TopologyRecord, SimNode) { expectPlainValue(someSimNode()); }
+TEST(TopologyRecord, Node) { expectPlainRecord(someNode()); }
+TEST(TopologyRecord, SubMap) { expectPlainRecord(someSubMap()); }
+TEST(TopologyRecord, PhysicalLink) { expectPlainRecord(somePhysicalLink()); }
+TEST(TopologyRecord, DispLink) { expectPlainRecord(someDispLink()); }
+TEST(TopologyRecord, UpdateDevice) { expectPlainRecord(someUpdateDevice()); }
+TEST(TopologyRecord, SimNode) { expectPlainRecord(someSimNode()); }
 
 }  // namespace
 }  // namespace emf::test
