@@ -20,9 +20,9 @@ constexpr char kDefaultsFile[] = "errcode_ACCESS_TDT.res";
 constexpr std::size_t kPathBytes = 4096;
 
 std::string resourceDirectory() {
+  const std::string base = NS_BUNDLEMGR1::GetORMAEnvironment();
   const bool chinese = Ormacommon::OrmaMsg::instance()->getLanguage() == "zh_CN";
-  return NS_BUNDLEMGR1::GetORMAEnvironment() +
-         (chinese ? "/../etc/nbires/zh_CN/" : "/../etc/nbires/en_US/");
+  return base + (chinese ? "/../etc/nbires/zh_CN/" : "/../etc/nbires/en_US/");
 }
 
 // Every entry of the directory, in its own order, but for the file of defaults: it comes first, so
@@ -45,7 +45,11 @@ std::list<std::string> resourceFiles(const std::string& directory) {
 }
 
 void reportUnreadable(const std::string& path) {
-  EMF_LOG(GetEmfLog(), kSourceName, LogText, 1, "Open file failed :" + path);
+  try {
+    EMF_LOG(GetEmfLog(), kSourceName, LogText, 1, "Open file failed :" + path);
+  } catch (...) {
+    // A failure to report never stops the load.
+  }
 }
 
 }  // namespace

@@ -98,6 +98,11 @@ void LogDouble::throwing() {
   throws_ = true;
 }
 
+void LogDouble::linesThrow() {
+  std::lock_guard lock(mutex_);
+  linesThrow_ = true;
+}
+
 std::vector<LogLine> LogDouble::lines() const {
   std::lock_guard lock(mutex_);
   return lines_;
@@ -120,11 +125,13 @@ void LogDouble::reset() {
   std::lock_guard lock(mutex_);
   lines_.clear();
   lookups_.clear();
+  linesThrow_ = false;
 }
 
 void LogDouble::record(LogLine line) {
   platform().journal.note("log: " + line.text);
   std::lock_guard lock(mutex_);
+  if (linesThrow_) throw std::runtime_error("the log object refuses");
   lines_.push_back(std::move(line));
 }
 

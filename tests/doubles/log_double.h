@@ -4,7 +4,7 @@
 //   platform().log.absent();
 //   EXPECT_THAT(platform().log.lines(), IsEmpty());
 //
-// Thread-safety: the recording is thread-safe; present, absent and throwing belong to the test.
+// Thread-safety: the recording is thread-safe; what the service is like belongs to the test.
 #pragma once
 
 #include <mutex>
@@ -34,6 +34,9 @@ class LogDouble {
   // Present, but every question for a log object throws std::runtime_error.
   void throwing();
 
+  // Every message throws std::runtime_error instead of being recorded, until the reset.
+  void linesThrow();
+
   std::vector<LogLine> lines() const;
   // The texts alone.
   std::vector<std::string> texts() const;
@@ -52,6 +55,7 @@ class LogDouble {
   std::vector<LogLine> lines_;
   std::vector<std::string> lookups_;
   bool throws_ = false;
+  bool linesThrow_ = false;
 };
 
 }  // namespace emf::doubles

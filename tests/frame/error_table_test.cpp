@@ -209,6 +209,16 @@ TEST_F(ErrorTableTest, DanglingLinkIsReportedAndTheOthersAreRead) {
   EXPECT_THAT(platform().log.lines(), ElementsAre(ReportsUnopened(pathOf("m.res"))));
 }
 
+TEST_F(ErrorTableTest, ReportThatFailsDoesNotStopTheLoad) {
+  write("a.res", "5=five\n");
+  write("z.res", "6=six\n");
+  std::filesystem::create_symlink("gone", installation_.path() / "etc/nbires/en_US/m.res");
+  platform().log.linesThrow();
+  EXPECT_TRUE(table().Init());
+  EXPECT_EQ(textOf(5), "five");
+  EXPECT_EQ(textOf(6), "six");
+}
+
 TEST_F(ErrorTableTest, LinkToItselfIsReported) {
   std::filesystem::create_symlink("loop.res", installation_.path() / "etc/nbires/en_US/loop.res");
   EXPECT_TRUE(table().Init());
