@@ -2,8 +2,10 @@
 #include <ctime>
 #include <mutex>
 
+#include "deviceinfo.h"
 #include "service_fixture.h"
 #include "stdout_capture.h"
+#include "transmitassistant.h"
 
 namespace {
 
@@ -135,11 +137,39 @@ TEST_F(ServiceObject, CreateInterfaceLeavesTheFirstFiledAndUnfreed) {
   delete second;
 }
 
-TEST_F(ServiceObject, RemoveInterfaceClearsThePointer) {
-  const Service service = load();
-  service->RemoveInterface();
-  EXPECT_EQ(service->GetInterface(), nullptr);
-  service->RemoveInterface();
+// Counts its own end.
+class MortalInterface : public ErrorCodeBufIfImpl {
+ public:
+  explicit MortalInterface(int& ends) : ends_(ends) {}
+  ~MortalInterface() override { ++ends_; }
+
+ private:
+  int& ends_;
+};
+
+class ServiceWithInterface : public NS_ORMACORBA::ii_ormaiac_emf {
+ public:
+  explicit ServiceWithInterface(NS_BUNDLEMGR1::ServiceInterface* offered) { m_interface = offered; }
+};
+
+TEST_F(ServiceObject, RemoveInterfaceDeletesItOnceAndClearsThePointer) {
+  int ends = 0;
+  ServiceWithInterface service(new MortalInterface(ends));
+  service.RemoveInterface();
+  EXPECT_EQ(ends, 1);
+  EXPECT_EQ(service.GetInterface(), nullptr);
+  service.RemoveInterface();
+  EXPECT_EQ(ends, 1);
+}
+
+TEST_F(ServiceObject, DestructionReleasesNothingElse) {
+  int ends = 0;
+  MortalInterface offered(ends);
+  SubmapBufMgr* const task = SubmapBufMgr::Instance();
+  { const ServiceWithInterface service(&offered); }
+  EXPECT_EQ(ends, 0);
+  EXPECT_EQ(SubmapBufMgr::Instance(), task);
+  EXPECT_THAT(platform().journal.events(), IsEmpty());
 }
 
 TEST_F(ServiceObject, WithoutTheKeyInitLoadsTheTableAndStartsNoTask) {
@@ -261,6 +291,40 @@ TEST_F(ServiceObject, FiniLeavesTheFilingAndTheTable) {
   EXPECT_EQ(service->fini(), 0);
   EXPECT_THAT(slot().snapshot(), ElementsAre(service->GetInterface()));
   EXPECT_EQ(askForText(5), "five");
+}
+
+TEST_F(ServiceObject, FiniDeletesTheTaskWithItsLinks) {
+  const Service service = load();
+  Json::Value object(Json::objectValue);
+  object["objId"] = object["parentId"] = "2";
+  object["label"] = "City";
+  object["nativeId"] = "NE=12";
+  object["origin"] = "1";
+  SubmapBufMgr::Instance()->refreshSubnetNameLink(std::vector<Json::Value>{object});
+  SubmapBufMgr::Instance()->refreshDeviceSubnetNameLink(std::vector<Json::Value>{object});
+  std::string link;
+  SubmapBufMgr::Instance()->GetSubmapName(link, 12);
+  ASSERT_EQ(link, "City");
+  service->fini();
+  SubmapBufMgr::Instance()->GetSubmapName(link, 12);
+  EXPECT_EQ(link, "");
+}
+
+TEST_F(ServiceObject, FiniLeavesTheDeviceCacheAndTheIdleSingleton) {
+  platform().rest.devices({emf::doubles::json(R"({"nativeId":"NE=12","name":"core-1"})")});
+  TransmitAssistant* const assistant = TransmitAssistant::Instance();
+  DeviceInfo* const devices = DeviceInfo::Instance();
+  ASSERT_EQ(devices->setDeviceMap(), 1);
+  const Service service = load();
+  service->fini();
+  Device device;
+  EXPECT_EQ(DeviceInfo::Instance(), devices);
+  EXPECT_EQ(devices->getDeviceByID(12, device), 1);
+  EXPECT_EQ(device.name, "core-1");
+  EXPECT_EQ(platform().rest.deviceReads(), 1);
+  EXPECT_EQ(TransmitAssistant::Instance(), assistant);
+  DeviceInfo::Destroy();
+  TransmitAssistant::Destroy();
 }
 
 TEST_F(ServiceObject, WholeLifeCanBeRepeated) {

@@ -73,6 +73,15 @@ TEST_F(StartupRefusal, RefusingTableStopsInit) {
   EXPECT_EQ(SubmapBufMgr::Instance()->thr_count(), 0U);
 }
 
+TEST_F(StartupRefusal, InterfaceIsAskedBeforeTheTable) {
+  interfaceInit = false;
+  tableInit = false;
+  const Service service = load();
+  EXPECT_EQ(service->init(0, nullptr), -1);
+  EXPECT_THAT(platform().proxies.lines(),
+              announces("in [ii_ormaiac_emf::init] CAEmfInterface init failed!"));
+}
+
 TEST_F(StartupRefusal, ServiceOutlivesTheRefusal) {
   interfaceInit = false;
   const Service service = load();
