@@ -8,6 +8,7 @@
 #include "orma/bundle/log_proxy.h"
 #include "orma/bundle/service_interface.h"
 #include "ormaemfsvc.h"
+#include "submapbufmgr.h"
 
 // Templates are dumped once something asks for their objects.
 template <typename... T>

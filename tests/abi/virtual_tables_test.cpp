@@ -116,43 +116,32 @@ class VirtualTables : public ::testing::Test {
   static inline std::map<std::string, Tables> tables_;
 };
 
+// The operations of ACE's event handler, behind the two destructors of the class.
+Table withEventHandler(const std::string& destructor) {
+  Table entries = {destructor, destructor};
+  for (const char* operation :
+       {"get_handle", "set_handle", "priority", "priority", "handle_input", "handle_output",
+        "handle_exception", "handle_timeout", "handle_exit", "handle_close", "handle_signal",
+        "resume_handler", "handle_qos", "handle_group_qos", "reactor", "reactor",
+        "reactor_timer_interface", "add_reference", "remove_reference"}) {
+    entries.push_back(std::string("ACE_Event_Handler::") + operation);
+  }
+  return entries;
+}
+
+Table joined(Table table, const Table& tail) {
+  table.insert(table.end(), tail.begin(), tail.end());
+  return table;
+}
+
 TEST_F(VirtualTables, ServiceObject) {
   const std::string own = "NS_ORMACORBA::ii_ormaiac_emf::";
   const std::string base = "NS_BUNDLEMGR1::ServiceObjectBase::";
-  const std::string event = "ACE_Event_Handler::";
-  const Table primary = {
-      own + "~ii_ormaiac_emf",
-      own + "~ii_ormaiac_emf",
-      event + "get_handle",
-      event + "set_handle",
-      event + "priority",
-      event + "priority",
-      event + "handle_input",
-      event + "handle_output",
-      event + "handle_exception",
-      event + "handle_timeout",
-      event + "handle_exit",
-      event + "handle_close",
-      event + "handle_signal",
-      event + "resume_handler",
-      event + "handle_qos",
-      event + "handle_group_qos",
-      event + "reactor",
-      event + "reactor",
-      event + "reactor_timer_interface",
-      event + "add_reference",
-      event + "remove_reference",
-      "ACE_Service_Object::suspend",
-      "ACE_Service_Object::resume",
-      base + "UnRegistSvc",
-      base + "GetName",
-      own + "ExitSvc",
-      base + "GetInterface",
-      own + "CreateInterface",
-      base + "RemoveInterface",
-      own + "fini",
-      own + "init",
-  };
+  const Table primary =
+      joined(withEventHandler(own + "~ii_ormaiac_emf"),
+             {"ACE_Service_Object::suspend", "ACE_Service_Object::resume", base + "UnRegistSvc",
+              base + "GetName", own + "ExitSvc", base + "GetInterface", own + "CreateInterface",
+              base + "RemoveInterface", own + "fini", own + "init"});
   const Table shared = {
       "non-virtual thunk to " + own + "~ii_ormaiac_emf()",
       "non-virtual thunk to " + own + "~ii_ormaiac_emf()",
@@ -161,6 +150,20 @@ TEST_F(VirtualTables, ServiceObject) {
       "ACE_Shared_Object::info",
   };
   EXPECT_THAT(tablesOf("NS_ORMACORBA::ii_ormaiac_emf"),
+              ElementsAre(ElementsAreArray(primary), ElementsAreArray(shared)));
+}
+
+TEST_F(VirtualTables, SubnetLinkTask) {
+  const std::string own = "SubmapBufMgr::";
+  const std::string base = "ACE_Task_Base::";
+  const Table primary =
+      joined(withEventHandler(own + "~SubmapBufMgr"),
+             {base + "suspend", base + "resume", base + "open", base + "close",
+              base + "module_closed", base + "put", own + "svc", base + "activate", base + "wait"});
+  const std::string destructor = "non-virtual thunk to " + own + "~SubmapBufMgr()";
+  const Table shared = {destructor, destructor, "ACE_Shared_Object::init",
+                        "ACE_Shared_Object::fini", "ACE_Shared_Object::info"};
+  EXPECT_THAT(tablesOf("SubmapBufMgr"),
               ElementsAre(ElementsAreArray(primary), ElementsAreArray(shared)));
 }
 
