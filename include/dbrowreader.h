@@ -2,7 +2,8 @@
 //
 // Thread-safety: thread-compatible; a reader and its session belong to one thread at a time.
 // Failure is told by results and by the status; nothing is thrown but std::bad_alloc. Opening and
-// fetching block in the database. Callers include the platform's headers of the types named here.
+// each fetch block in the database, for at most database.statementTimeoutMs. Callers include the
+// platform's headers of the types named here.
 //
 //   DbRowReader reader(0, nullptr);
 //   reader.open("SELECT name FROM device WHERE dev_id = :id", {refl::CValue(std::int64_t{2})});

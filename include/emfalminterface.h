@@ -7,7 +7,9 @@
 //     report(failure.errCode);  // the alarms that came before the failure are in the list
 //   }
 //
-// Every operation is class-level and blocks in exchanges with the platform. Output lists are
+// Every operation is class-level and blocks: an exchange over REST for at most rest.totalTimeoutMs;
+// the fault server for at most faultServer.connectTimeoutMs until it is reached, and for each frame
+// for at most faultServer.receiveTimeoutMs, or 300 seconds where that is 0. Output lists are
 // appended to, never cleared.
 //
 // Thread-safety: thread-safe on distinct outputs; no state.
@@ -25,13 +27,13 @@ class EMF_API EMFAlarmI {
   // Appends the current alarms, in the fault server's order. Returns 0. Throws ProcessException
   // with the code of a failed exchange or of a frame, and lets what the decoder throws pass (a
   // CSM_Exception by pointer, which the caller deletes); the alarms of earlier frames stay
-  // appended. One frame is held at a time. Waits up to the channel's timeout for each frame.
+  // appended. One frame is held at a time.
   static std::int64_t getAllAlarms(std::list<FaultRecord>& out);
 
   // The same as getAllAlarms: `seconds` has no effect, meant so.
   static std::int64_t getAllEvents(std::list<FaultRecord>& out, unsigned int seconds);
 
-  // Appends every alarm definition, read in pages of 5000, and one closing record whose
+  // Appends every alarm definition, one request for each 5000, and one closing record whose
   // alarmGroupId and alarmId are -999. Returns 0; 1 when a read failed (logged), with the records
   // of earlier pages appended and no closing one. Throws Json::LogicError when a member has a
   // wrong type; records before it stay appended.
@@ -40,8 +42,10 @@ class EMF_API EMFAlarmI {
   // The same for every alarm reason; the closing record's reasonId is -999 too.
   static std::int64_t getAllAlarmReason(std::vector<AlarmReason>& out);
 
-  // Appends the alarms whose severity was redefined: the first 500 as the service counts. Returns
-  // 0; 1 when there was nothing to read. A ProcessException is logged, and the result is 0 then
-  // too, meant so. Throws Json::LogicError when a member has a wrong type.
+  // Appends the alarms whose severity was redefined, from one request: the first 500 as the service
+  // counts. A member that is absent is logged and leaves its field as constructed. Returns 0; 1
+  // with nothing appended when there was nothing to read, which a failed request is, too. A
+  // ProcessException is logged, and the result is 0 then too, meant so. Throws Json::LogicError
+  // when a member has a wrong type; records before it stay appended.
   static std::int64_t getRedefineAlarmInfo(std::vector<AlarmCfg>& out);
 };

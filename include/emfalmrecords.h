@@ -5,8 +5,11 @@
 //   EMFAlarmI::getAllAlarms(alarms);
 //   for (const FaultRecord& alarm : alarms) std::cout << alarm.fdn << alarm.alarmClass2Str();
 //
-// Thread-safety: thread-compatible. Nothing fails; the texts that operations return are constants,
-// never translated, and need no freeing.
+// Names in quotes are the members of the REST answer that a field comes from. Absent texts are
+// empty, absent numbers 0. Nothing fails; the texts that operations return are constants, never
+// translated, and need no freeing.
+//
+// Thread-safety: thread-compatible.
 #pragma once
 
 #include <cstdint>
@@ -15,8 +18,8 @@
 
 #include "emfexport.h"
 
-// One alarm or event, as the fault server reports it. Texts are bytes as they came, absent ones
-// empty.
+// One alarm or event, as the fault server reports it. Texts are bytes as they came, up to the first
+// zero byte.
 class EMF_API FaultRecord {
  public:
   // Numbers are 0 and texts empty; tm_gmtoff and tm_zone of faultTime stay unwritten, meant so:
@@ -51,7 +54,8 @@ class EMF_API FaultRecord {
   std::int32_t functionType;  // function code
   std::int32_t faultId;       // alarm identifier
   std::int32_t reasonId;      // reason identifier
-  std::tm faultTime;          // UTC; weekday, day of the year and daylight saving are -1
+  std::tm faultTime;          // UTC; weekday, day of the year and daylight saving are -1,
+                              // tm_gmtoff 0 and tm_zone null on a delivered one
   std::string fdn;            // distinguished name of the resource
   std::string para;           // parameters
   std::int32_t faultFlag;     // state of the record; 1 on a delivered one
@@ -75,18 +79,19 @@ class EMF_API AlarmCfg {
   // The severity if it is 1 to 4, otherwise 0.
   std::int32_t alarmLevel2TMF() const;
 
-  std::int32_t alarmGroupId;  // group of the alarm; -999 in a closing record
-  std::int32_t alarmId;       // identifier within the group; -999 in a closing record
-  std::int32_t eventType;     // definitions only
+  std::int32_t alarmGroupId;  // "alarmGroupId", group of the alarm; -999 in a closing record
+  std::int32_t alarmId;       // "alarmId", identifier within the group; -999 in a closing record
+  std::int32_t eventType;     // "eventType"; definitions only
   std::int32_t alarmClass;    // never written
   std::int32_t alarmFunc;     // never written
-  std::int32_t severity;      // of a definition as it came; of a redefinition the new one, 0 to 4
-  std::int32_t oldSeverity;   // redefinitions only: the one before, 0 to 4
+  std::int32_t severity;      // of a definition "severity" as it came; of a redefinition
+                              // "newSeverity", 1 to 4, any other as 0
+  std::int32_t oldSeverity;   // "OldLevel", 1 to 4, any other as 0; redefinitions only
   std::string auxText;        // never written
   std::int32_t auxValue1;     // never written
-  std::string alarmName;
-  std::string description;  // definitions only
-  std::int32_t auxValue2;   // never written
+  std::string alarmName;      // of a definition "alarmName", of a redefinition "Name"
+  std::string description;    // "description"; definitions only
+  std::int32_t auxValue2;     // never written
 };
 
 // One cause of an alarm and what to do about it. Texts are in the agent's character set.
@@ -99,9 +104,9 @@ class EMF_API AlarmReason {
   AlarmReason& operator=(AlarmReason&&) = default;
   virtual ~AlarmReason();
 
-  std::int32_t alarmGroupId;  // group of the alarm; -999 in a closing record
-  std::int32_t alarmId;       // identifier within the group; -999 in a closing record
-  std::int32_t reasonId;      // identifier of the reason; -999 in a closing record
-  std::string causes;
-  std::string repairAction;
+  std::int32_t alarmGroupId;  // "alarmGroupId", group of the alarm; -999 in a closing record
+  std::int32_t alarmId;       // "alarmId", identifier within the group; -999 in a closing record
+  std::int32_t reasonId;      // "reasonId", identifier of the reason; -999 in a closing record
+  std::string causes;         // "causes"
+  std::string repairAction;   // "repairAction"
 };

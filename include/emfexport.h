@@ -1,4 +1,5 @@
+// The mark of the interface of libii_ormaiac_emf.so: classes and functions that carry it can be
+// linked against, every other symbol of the library stays hidden.
 #pragma once
 
-// Marks the interface of libii_ormaiac_emf.so; every other symbol stays hidden.
 #define EMF_API __attribute__((visibility("default")))

@@ -1,5 +1,9 @@
 // The shell of an update interface: every operation succeeds and changes nothing, meant so.
 //
+//   const int result = EMFMOMgrI::setUserLabel();  // 0
+//
+// Nothing is asked of the platform, nothing is logged or thrown, and nothing blocks.
+//
 // Thread-safety: thread-safe; no state.
 #pragma once
 
@@ -7,7 +11,7 @@
 
 class EMF_API EMFMOMgrI {
  public:
-  // Each returns 0.
+  // Each returns 0, success, however often it is called.
   static int setUserLabel();
   static int setOwner();
   static int insertRecord();

@@ -3,7 +3,7 @@
 //   try { EMFAlarmI::getAllAlarms(records); }
 //   catch (ProcessException& failure) { report(failure.errCode); }
 //
-// Catch by reference: copying drains the source (see below).
+// Catch by reference: copying drains the source (see below). Absent texts are empty.
 //
 // Thread-safety: thread-compatible. Header-only, so that every library of the process throws and
 // catches the same type.
