@@ -65,9 +65,12 @@ std::string parentKeyOf(const std::string& parentId) {
   return parentId == kRootObjectId ? kRootKey : "S" + parentId;
 }
 
-void fillCommon(const Json::Value& object, SubMap& subMap) {
+void fillTexts(const Json::Value& object, SubMap& subMap) {
   subMap.label = ToNorthCharset(getStringOrEmpty(object, "label"));
   subMap.iconName = ToNorthCharset(getStringOrEmpty(object, "iconFile"));
+}
+
+void fillNumbers(const Json::Value& object, SubMap& subMap) {
   subMap.zeroField1 = 0;
   subMap.zeroField2 = 0;
   subMap.topoClassId = emf::leadingNumber(getStringOrEmpty(object, "topoClassId"));
@@ -77,12 +80,21 @@ void fillCommon(const Json::Value& object, SubMap& subMap) {
   subMap.posY = emf::leadingNumber(getStringOrEmpty(object, "posY"));
 }
 
+void fillCommon(const Json::Value& object, SubMap& subMap) {
+  fillTexts(object, subMap);
+  fillNumbers(object, subMap);
+}
+
+std::int32_t topoIdOf(const Json::Value& object) {
+  return emf::leadingNumber(getStringOrEmpty(object, "topoId"));
+}
+
 SubMap rootOf(const Json::Value& object) {
   SubMap root;
   root.parentSubMapId = kRootKey;
   root.subMapId = kRootKey;
-  root.mapType = emf::leadingNumber(getStringOrEmpty(object, "topoId"));
   fillCommon(object, root);
+  root.mapType = topoIdOf(object);
   return root;
 }
 
@@ -106,16 +118,17 @@ void fillSubMap(const Json::Value& object, SubMap& out) {
   std::string objId;
   const bool hasParent = getStringMember(object, "parentId", parentId);
   const bool hasId = getStringMember(object, "objId", objId);
-  const std::int32_t topoId = emf::leadingNumber(getStringOrEmpty(object, "topoId"));
   out.parentSubMapId = parentKeyOf(parentId);
-  if (hasParent && hasId && parentId == objId && topoId == kRootTopoId) {
+  fillTexts(object, out);
+  // The topology id counts, and is read, only where the submap is its own parent.
+  if (hasParent && hasId && parentId == objId && topoIdOf(object) == kRootTopoId) {
     out.subMapId = kRootKey;
-    out.mapType = topoId;
+    out.mapType = kRootTopoId;
   } else {
     out.subMapId = "S" + ToNorthCharset(objId);
     out.mapType = mapTypeOf(object);
   }
-  fillCommon(object, out);
+  fillNumbers(object, out);
 }
 
 }  // namespace

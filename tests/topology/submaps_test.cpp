@@ -507,6 +507,47 @@ TEST_F(OneSubMap, EmptyListReadsAsAnEmptyObject) {
   }
 }
 
+// One member after the other has no text form; each step before it has filled its fields.
+TEST_F(OneSubMap, StepsBeforeAMemberWithoutATextHaveFilledTheRecord) {
+  const std::pair<const char*, void (*)(SubMap&)> kSteps[] = {
+      {"parentId", [](SubMap&) {}},
+      {"objId", [](SubMap&) {}},
+      {"label", [](SubMap& map) { map.parentSubMapId = "S55"; }},
+      {"iconFile", [](SubMap& map) { map.label = "City"; }},
+      {"typeId",
+       [](SubMap& map) {
+         map.iconName = "/a/city.png";
+         map.subMapId = "S60";
+       }},
+      {"topoClassId",
+       [](SubMap& map) {
+         map.mapType = 1;
+         map.zeroField1 = map.zeroField2 = 0;
+       }},
+      {"exInfo", [](SubMap& map) { map.topoClassId = 31; }},
+      {"posX", [](SubMap& map) { map.procId = 12; }},
+      {"posY", [](SubMap& map) { map.posX = -3; }},
+  };
+  SubMap expected = leftOver();
+  for (const auto& [member, fill] : kSteps) {
+    fill(expected);
+    Json::Value object = json(kChild);
+    object[member] = Json::Value(Json::arrayValue);
+    answers(R"({"dataList":[)" + compact(object) + "]}");
+    map_ = leftOver();
+    EXPECT_THROW(EMFTopoI::getSubMap("S60", map_), Json::LogicError) << member;
+    EXPECT_EQ(map_, expected) << member;
+  }
+}
+
+TEST_F(OneSubMap, TopologyIdIsReadOnlyWhereTheSubmapIsItsOwnParent) {
+  answers(R"({"dataList":[{"objId":"60","parentId":"55","topoId":[]}]})");
+  EXPECT_EQ(EMFTopoI::getSubMap("S60", map_), 0);
+  EXPECT_EQ(map_.subMapId, "S60");
+  answers(R"({"dataList":[{"objId":"60","parentId":"60","topoId":[]}]})");
+  EXPECT_THROW(EMFTopoI::getSubMap("S60", map_), Json::LogicError);
+}
+
 TEST_F(OneSubMap, AnswerWithoutAListIsMinusOne) {
   for (const char* answer : {"{}", "null", "[]", "5", R"("text")", R"({"dataList":null})",
                              R"({"dataList":{}})", R"({"dataList":"[]"})", R"({"objList":[]})"}) {
