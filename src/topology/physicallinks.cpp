@@ -58,18 +58,10 @@ void reportLinkInfoCode(std::int32_t code) {
 
 void reportLinkInfoFailed() { reportOther("[EMFTopoI::getPhyLink] GetLinkInfo failed"); }
 
-struct LinkEnd {
-  std::string deviceId;
-  std::string portName;
-  std::int32_t portType;
-  std::int32_t status;
-};
-
-LinkEnd endOf(const std::string& portResId) {
+NS_DOMAIN::PortIndex portOf(const std::string& portResId) {
   NS_DOMAIN::PortIndex port;
   NS_UTIL::ResIDUtil::ResID2PortIndex(portResId, port);
-  const std::int32_t status = findPortstatusByportidx(port);
-  return {std::to_string(port.neID), std::move(port.portName), port.type, status};
+  return port;
 }
 
 void convertLinkInfo(const TELinkInfo& info, PhysicalLink& link) {
@@ -77,18 +69,18 @@ void convertLinkInfo(const TELinkInfo& info, PhysicalLink& link) {
   link.linkId = equals == std::string::npos ? info.linkResId : info.linkResId.substr(equals + 1);
   link.linkName = info.linkName;
   link.linkAttribute = info.linkAttribute;
-  LinkEnd source = endOf(info.srcPortResId);
-  link.srcDeviceId = std::move(source.deviceId);
+  const NS_DOMAIN::PortIndex source = portOf(info.srcPortResId);
+  link.srcDeviceId = std::to_string(source.neID);
   link.srcZero = 0;
-  link.srcPortName = std::move(source.portName);
-  link.srcPortType = source.portType;
-  link.srcPortStatus = source.status;
-  LinkEnd destination = endOf(info.dstPortResId);
-  link.dstDeviceId = std::move(destination.deviceId);
+  link.srcPortName = source.portName;
+  link.srcPortType = source.type;
+  link.srcPortStatus = findPortstatusByportidx(source);
+  const NS_DOMAIN::PortIndex destination = portOf(info.dstPortResId);
+  link.dstDeviceId = std::to_string(destination.neID);
   link.dstZero = 0;
-  link.dstPortName = std::move(destination.portName);
-  link.dstPortType = destination.portType;
-  link.dstPortStatus = destination.status;
+  link.dstPortName = destination.portName;
+  link.dstPortType = destination.type;
+  link.dstPortStatus = findPortstatusByportidx(destination);
   link.linkStatus = std::max(link.srcPortStatus, link.dstPortStatus);
 }
 

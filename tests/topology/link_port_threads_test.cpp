@@ -147,6 +147,37 @@ TEST_F(LinkPortLock, ConversionThatThrowsIsAFailureOfTheLink) {
       ::testing::AllOf(SizeIs(4), ::testing::Each("[EMFTopoI::getPhyLink] GetLinkInfo failed")));
 }
 
+TEST_F(LinkPortLock, StepsBeforeAConversionThatThrowsHaveFilledTheLink) {
+  platform().southbound.linkInfos(gives({linkInfo("IPLINK=1", "A - Z", kPort, kOther)}));
+  PhysicalLink expected;
+  const std::function<void()> kSteps[] = {
+      [&] {
+        expected.linkId = "1";
+        expected.linkName = "A - Z";
+        expected.linkAttribute = 6;
+      },
+      [&] {
+        expected.srcDeviceId = "12";
+        expected.srcPortName = "GE-1";
+        expected.srcPortType = kPhysicalType;
+      },
+      [&] { expected.srcPortStatus = 1; },
+      [&] {
+        expected.dstDeviceId = "13";
+        expected.dstPortName = "GE-1";
+        expected.dstPortType = kPhysicalType;
+      },
+  };
+  int conversion = 0;  // port, answer, port, answer
+  for (const auto& fill : kSteps) {
+    fill();
+    PhysicalLink link;
+    throwingConversion = ++conversion;
+    EXPECT_EQ(EMFTopoI::getPhyLink("1", link), 0x41180035);
+    EXPECT_EQ(link, expected) << conversion;
+  }
+}
+
 TEST_F(LinkPortLock, ConversionThatThrowsCostsTheRestOfItsBatch) {
   const TELinkInfo info = linkInfo("IPLINK=1", "", kPort, kOther);
   platform().southbound.links({"1", "2", "3"});
