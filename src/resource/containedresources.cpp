@@ -65,12 +65,13 @@ void appendIfWanted(const Wanted& wanted, const Json::Value& object, std::list<R
   if (mainType != wanted.mainType) return;
   const std::int64_t subType = Nimbola::GetResSubTypeFromObj(object, mainType);
   if (wanted.byType && subType != wanted.subType) return;
+  const std::string name = object["name"].asString();
   Resource resource;
   resource.resIDs = resid_compat::ExtractResIdsFromFDN(fdn);
   // By type, resources of the whole element are wanted, meant so.
   if (!wanted.byType && !startsWith(resource.resIDs, wanted.ids)) return;
   resource.iid = NS_UTIL::compat::ResID2IID(resid_compat::ResDN2ResID(fdn));
-  resource.name = ToNorthCharset(object["name"].asString());
+  resource.name = ToNorthCharset(name);
   resource.type.resMainTypeID = mainType;
   resource.type.resSubTypeID = subType;
   out.push_back(std::move(resource));

@@ -267,6 +267,12 @@ TEST_F(ContainedResources, MemberOfAWrongTypeReachesTheCaller) {
   }
 }
 
+TEST_F(ContainedResources, NameIsReadBeforeThePathIsLookedAt) {
+  platform().rest.answers(kPath, json(R"({"objList":[{"nativeId":"NE=2,FR=1","name":[]}]})"));
+  Resources out;
+  EXPECT_THROW(EMFResMgrI::getContainedResourceByMainType({7}, 3, out), Json::LogicError);
+}
+
 TEST_F(ContainedResources, SharedBodyTakesTheFlagAndBothTypes) {
   platform().rest.answers(kPath, json(kPage));
   Resources out;
