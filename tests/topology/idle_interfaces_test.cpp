@@ -7,6 +7,7 @@
 
 #include "emfmominterface.h"
 #include "lock_failure.h"
+#include "platform_test.h"
 #include "transmitassistant.h"
 
 namespace emf::test {
@@ -26,6 +27,17 @@ TEST(UpdateInterface, EveryOperationSucceedsHoweverOften) {
     EXPECT_EQ(EMFMOMgrI::insertRecord(), 0);
     EXPECT_EQ(EMFMOMgrI::deleteRecord(), 0);
   }
+}
+
+using UpdateInterfaceOnThePlatform = emf::doubles::PlatformTest;
+
+TEST_F(UpdateInterfaceOnThePlatform, NothingIsAskedAndNothingWritten) {
+  EMFMOMgrI::setUserLabel();
+  EMFMOMgrI::setOwner();
+  EMFMOMgrI::insertRecord();
+  EMFMOMgrI::deleteRecord();
+  EXPECT_THAT(emf::doubles::platform().journal.events(), ::testing::IsEmpty());
+  EXPECT_THAT(emf::doubles::platform().bundles.questions(), ::testing::IsEmpty());
 }
 
 class Assistant : public ::testing::Test {

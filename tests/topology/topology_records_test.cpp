@@ -53,12 +53,21 @@ SimNode someSimNode() {
   return key;
 }
 
-TEST(TopologyRecord, Node) { expectPlainRecord(someNode()); }
-TEST(TopologyRecord, SubMap) { expectPlainRecord(someSubMap()); }
-TEST(TopologyRecord, PhysicalLink) { expectPlainRecord(somePhysicalLink()); }
-TEST(TopologyRecord, DispLink) { expectPlainRecord(someDispLink()); }
-TEST(TopologyRecord, UpdateDevice) { expectPlainRecord(someUpdateDevice()); }
-TEST(TopologyRecord, SimNode) { expectPlainRecord(someSimNode()); }
+TEST(TopologyRecord, NodeStartsEmptyAndCopiesFieldByField) { expectPlainRecord(someNode()); }
+TEST(TopologyRecord, SubMapStartsEmptyAndCopiesFieldByField) { expectPlainRecord(someSubMap()); }
+TEST(TopologyRecord, PhysicalLinkStartsEmptyAndCopiesFieldByField) {
+  expectPlainRecord(somePhysicalLink());
+}
+TEST(TopologyRecord, DispLinkStartsEmptyAndCopiesFieldByField) {
+  expectPlainRecord(someDispLink());
+}
+TEST(TopologyRecord, UpdateDeviceStartsEmptyAndCopiesFieldByField) {
+  expectPlainRecord(someUpdateDevice());
+}
+TEST(TopologyRecord, SimNodeStartsEmptyAndCopiesFieldByField) { expectPlainRecord(someSimNode()); }
+
+// 2011 is of the operations that fill a node, not of the record.
+TEST(TopologyRecord, FreshNodeHasNoFixedCode) { EXPECT_EQ(Node().fixedCode, 0); }
 
 }  // namespace
 }  // namespace emf::test
