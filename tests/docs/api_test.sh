@@ -18,6 +18,10 @@ for header in include/*.h platform/*/include/orma/*/*.h; do
     exit 1
   }
 done
+grep -q '<programlisting filename=".cpp">' "$3/xml/emftopointerface_8h.xml" || {
+  echo 'FAILED: the example of a header is not shown as code' >&2
+  exit 1
+}
 (($(grep -c '<para>' "$3/xml/classEMFTopoI.xml") > 10)) || {
   echo 'FAILED: the comments are not shown' >&2
   exit 1
