@@ -11,7 +11,7 @@ cd "$1"
   printf 'OUTPUT_DIRECTORY = "%s"\nGENERATE_XML = YES\nGENERATE_HTML = NO\n' "$3"
 } | "$2" -
 
-for header in include/*.h platform/*/include/orma/*/*.h; do
+for header in include/*.h src/rest/request/*.h platform/*/include/orma/*/*.h; do
   name=$(basename "$header" .h)
   [[ -e $3/xml/${name//_/__}_8h.xml ]] || {
     printf 'FAILED: %s is not in the reference\n' "$header" >&2
