@@ -70,6 +70,18 @@ class Names(unittest.TestCase):
         self.assertEqual(told, {str(path.relative_to(ROOT))
                                 for path in (ROOT / "scripts").glob("*.sh")})
 
+    def test_ctest_is_told_names_that_tests_have(self):
+        lists = [*(ROOT / "tests").rglob("CMakeLists.txt"), *(ROOT / "cmake").glob("*.cmake")]
+        text = "\n".join(path.read_text() for path in lists)
+        names = re.findall(r"_test\((?!NAME)(\w+)|program\((\w+)|NAME ([\w.]+)", text)
+        known = [next(filter(None, name)) + "." for name in names]
+        patterns = [pattern for page in PAGES.values() for line in page.everything()
+                    for pattern in re.findall(r"ctest [^`]*-R '([^']+)'", line)]
+        self.assertGreater(len(patterns), 1)
+        for pattern in patterns:
+            with self.subTest(pattern=pattern):
+                self.assertTrue(any(re.search(pattern, name) for name in known))
+
     def test_every_directory_is_in_the_first_page(self):
         there = {path.name for path in ROOT.iterdir()
                  if path.is_dir() and not path.name.startswith(".") and path.name != "build"}
