@@ -1,5 +1,6 @@
 #include "alarm_frames.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace ormasim {
@@ -39,7 +40,8 @@ std::string_view AlarmFrames::next(const FrameSpoiling& spoiling) {
   out_.clear();
   pageEnd_.bindAll(last_, through_, since_, options_.items);
   pageEnd_.step();
-  const std::int64_t pageEnd = pageEnd_.integer(0);
+  // No alarm is left when those not yet sent have been removed meanwhile.
+  const std::int64_t pageEnd = std::max(pageEnd_.integer(0), last_);
   pageEnd_.reset();
   if (!spoiling.empty) writeItems(pageEnd, spoiling.bare);
   last_ = pageEnd;

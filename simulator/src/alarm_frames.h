@@ -4,7 +4,8 @@
 //   while (const auto body = frames.next()) send(*body);
 //
 // Alarms that are raised later are not part of it; each frame is read when its turn comes, in a
-// transaction of its own, so that a slow agent keeps nobody from raising more.
+// transaction of its own, so that a slow agent keeps nobody from raising more. Alarms that are
+// removed before their turn are missing; the frames stay as many as they were.
 //
 // Thread-safety: thread-compatible. Failure: SimError.
 #pragma once

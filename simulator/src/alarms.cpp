@@ -1,7 +1,9 @@
 #include "alarms.h"
 
+#include <algorithm>
 #include <chrono>
 #include <iterator>
+#include <limits>
 
 #include "alarm_tables.h"
 #include "error.h"
@@ -29,12 +31,32 @@ std::int64_t numberFrom(Database& database, const char* sql) {
   return number.step() ? number.integer(0) : 0;
 }
 
+// How often alarms are raised that come at a rate. A step makes up for as many as it raises anyhow,
+// so that it never locks the database for long.
+constexpr std::chrono::milliseconds kStep{100};
+constexpr std::uint64_t kLargestStepsOfASecond = 5;
+
+std::int64_t now() {
+  const auto time = std::chrono::system_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::seconds>(time).count();
+}
+
+// Each time other alarms, the same after the same history.
+AlarmRaiser raiserFor(Database& database, const RaiseOptions& options) {
+  const std::int64_t last = numberFrom(database, "SELECT coalesce(max(serial_no), 0) FROM alarm");
+  AlarmRaiser raiser(database, static_cast<std::uint64_t>(last));
+  if (raiser.devices() == 0) throw SimError("there are no devices in " + database.file());
+  if (options.device) raiser.chooseDevice(*options.device);
+  return raiser;
+}
+
 }  // namespace
 
 AlarmRaiser::AlarmRaiser(Database& database, std::uint64_t seed)
     : database_(database),
       random_(seed),
       insert_(database, "INSERT INTO alarm VALUES (?,?,?,?,?,?,?,?,?,?,?,?)"),
+      remove_(database, "DELETE FROM alarm WHERE serial_no <= ?"),
       serial_(numberFrom(database, "SELECT max(serial_no) FROM alarm")) {
   readDevices();
   readDefinitions();
@@ -87,6 +109,10 @@ void AlarmRaiser::raise(std::int64_t time) {
               std::string_view(acknowledged ? by : ""), resource, parameters, location);
 }
 
+void AlarmRaiser::removeAllBut(std::uint64_t newest) {
+  remove_.run(serial_ - static_cast<std::int64_t>(newest));
+}
+
 std::string AlarmRaiser::resourceOf(const Device& device) {
   const std::uint32_t kind = random_.below(100);
   const std::uint32_t frame = random_.below(4);
@@ -119,19 +145,40 @@ void generateAlarms(Database& database, std::uint64_t count, std::uint64_t seed)
   }
 }
 
-void raiseAlarms(const std::string& databaseFile, const RaiseOptions& options) {
+std::uint64_t raiseAlarms(const std::string& databaseFile, const RaiseOptions& options) {
   Database database(databaseFile, Database::Mode::ReadWrite);
   database.requireInventory();
   Transaction transaction(database, "BEGIN IMMEDIATE");
-  // Each time other alarms, the same after the same history.
-  const auto seed = static_cast<std::uint64_t>(numberFrom(database, "SELECT count(*) FROM alarm"));
-  AlarmRaiser raiser(database, seed);
-  if (raiser.devices() == 0) throw SimError("there are no devices in " + databaseFile);
-  if (options.device) raiser.chooseDevice(*options.device);
-  const auto now = std::chrono::system_clock::now().time_since_epoch();
-  const std::int64_t seconds = std::chrono::duration_cast<std::chrono::seconds>(now).count();
-  for (std::uint64_t n = 0; n < options.count; ++n) raiser.raise(seconds);
+  AlarmRaiser raiser = raiserFor(database, options);
+  const std::int64_t seconds = now();
+  const std::uint64_t count = options.count.value_or(1);
+  for (std::uint64_t n = 0; n < count; ++n) raiser.raise(seconds);
+  if (options.keep > 0) raiser.removeAllBut(options.keep);
   transaction.commit();
+  return count;
+}
+
+std::uint64_t raiseSteadily(const std::string& databaseFile, const RaiseOptions& options,
+                            const std::function<bool(std::chrono::milliseconds)>& restOrEnd) {
+  using Clock = std::chrono::steady_clock;
+  Database database(databaseFile, Database::Mode::ReadWrite);
+  database.requireInventory();
+  AlarmRaiser raiser = raiserFor(database, options);
+  const Clock::time_point start = Clock::now();
+  const std::uint64_t count = options.count.value_or(std::numeric_limits<std::uint64_t>::max());
+  std::uint64_t raised = 0;
+  while (raised < count && !restOrEnd(kStep)) {
+    const std::chrono::duration<double> passed = Clock::now() - start;
+    const auto due = static_cast<std::uint64_t>(passed.count() * static_cast<double>(options.rate));
+    const std::uint64_t most = std::max<std::uint64_t>(options.rate / kLargestStepsOfASecond, 1);
+    const std::uint64_t until = std::min({due, raised + most, count});
+    if (until == raised) continue;
+    Transaction transaction(database, "BEGIN IMMEDIATE");
+    for (; raised < until; ++raised) raiser.raise(now());
+    if (options.keep > 0) raiser.removeAllBut(options.keep);
+    transaction.commit();
+  }
+  return raised;
 }
 
 }  // namespace ormasim

@@ -7,7 +7,9 @@
 // raiseAlarms.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,6 +20,7 @@
 namespace ormasim {
 
 constexpr std::uint64_t kMaxAlarms = 10'000'000;
+constexpr std::uint64_t kMaxAlarmRate = 100'000;
 constexpr std::uint64_t kMaxDefinitions = 1'000'000;
 
 // Writes definitions, reasons and redefined severities. There are as many definitions as the tables
@@ -37,6 +40,8 @@ class AlarmRaiser {
   void chooseDevice(std::int64_t id);
   // One alarm raised at that time, in seconds since 1970. Without devices it does nothing.
   void raise(std::int64_t time);
+  // Removes the alarms but for so many, which have the highest serial numbers.
+  void removeAllBut(std::uint64_t newest);
 
   std::size_t devices() const { return devices_.size(); }
 
@@ -60,6 +65,7 @@ class AlarmRaiser {
   Database& database_;
   Random random_;
   Statement insert_;
+  Statement remove_;
   std::vector<Device> devices_;
   std::vector<std::vector<Definition>> definitions_;  // by group
   std::int64_t serial_ = 0;
@@ -71,11 +77,19 @@ std::uint64_t usualAlarms(std::uint64_t elements);
 void generateAlarms(Database& database, std::uint64_t count, std::uint64_t seed);
 
 struct RaiseOptions {
-  std::uint64_t count = 1;
+  std::optional<std::uint64_t> count = std::nullopt;  // none: 1, or without end at a rate
   std::optional<std::int64_t> device = std::nullopt;  // none: any
+  std::uint64_t rate = 0;                             // a second; 0: all at once
+  std::uint64_t keep = 0;                             // the newest ones that stay; 0: all
 };
 
-// Raises alarms now in an inventory that may be served meanwhile: all of them or none.
-void raiseAlarms(const std::string& databaseFile, const RaiseOptions& options);
+// Raises alarms now in an inventory that may be served meanwhile: all of them or none. How many.
+std::uint64_t raiseAlarms(const std::string& databaseFile, const RaiseOptions& options);
+
+// Raises them over time, `options.rate` a second, until they are as many or `restOrEnd` gives true:
+// it is called between two steps and rests for the time that it is given, or less when the end has
+// come. How many were raised.
+std::uint64_t raiseSteadily(const std::string& databaseFile, const RaiseOptions& options,
+                            const std::function<bool(std::chrono::milliseconds)>& restOrEnd);
 
 }  // namespace ormasim

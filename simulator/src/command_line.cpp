@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <chrono>
 #include <cstdio>
 #include <exception>
 #include <optional>
@@ -17,6 +18,7 @@
 #include "port_status.h"
 #include "progress.h"
 #include "serve.h"
+#include "stop_signals.h"
 
 namespace ormasim {
 namespace {
@@ -53,9 +55,17 @@ void runImport(const Options& options) {
 }
 
 void runRaise(const Options& options) {
-  raiseAlarms(options.database, options.raise);
+  std::uint64_t raised = 0;
+  if (options.raise.rate == 0) {
+    raised = raiseAlarms(options.database, options.raise);
+  } else {
+    const StopSignals signals;
+    raised = raiseSteadily(
+        options.database, options.raise,
+        [&signals](std::chrono::milliseconds time) { return signals.cameWithin(time); });
+  }
   std::fprintf(stderr, "ormasim: %llu alarms are raised in %s\n",
-               static_cast<unsigned long long>(options.raise.count), options.database.c_str());
+               static_cast<unsigned long long>(raised), options.database.c_str());
 }
 
 void runServe(const Options& options) {
@@ -155,11 +165,21 @@ CLI::App& addRaise(CLI::App& app, Options& options) {
   CLI::App& command =
       *app.add_subcommand("raise", "Raise alarms, also while the database is served");
   addDatabase(command, options);
-  command.add_option("--count", options.raise.count, "Number of alarms [1]")
+  command
+      .add_option("--count", options.raise.count,
+                  "Number of alarms [1; with --rate: until SIGTERM or SIGINT]")
       ->type_name("N")
       ->check(CLI::Range(std::uint64_t{1}, kMaxAlarms));
   command.add_option("--device", options.raise.device, "Only on the device of this id")
       ->type_name("ID");
+  command.add_option("--rate", options.raise.rate, "Raise so many a second [all at once]")
+      ->type_name("N")
+      ->check(CLI::Range(std::uint64_t{1}, kMaxAlarmRate));
+  command
+      .add_option("--keep", options.raise.keep,
+                  "Remove the oldest alarms, so that so many stay [all]")
+      ->type_name("N")
+      ->check(CLI::Range(std::uint64_t{1}, kMaxAlarms));
   return command;
 }
 

@@ -70,8 +70,11 @@ std::string joined(const std::vector<std::string>& words) {
 // Turns one rule into a Fault.
 class RuleReader {
  public:
-  RuleReader(std::string place, const Json::Value& rule) : place_(std::move(place)), rule_(rule) {
+  // Rules draw other lots than those before them.
+  RuleReader(std::string place, const Json::Value& rule, std::uint64_t number)
+      : place_(std::move(place)), rule_(rule) {
     if (!rule_.isObject()) fail("is not an object");
+    fault_.lot = number << 32;
   }
 
   Fault read(const std::vector<std::string>& servedPaths) {
@@ -104,10 +107,25 @@ class RuleReader {
     if (requests == "all") return;
     if (requests.isArray() && !requests.empty()) {
       for (const Json::Value& number : requests) fault_.requests.push_back(count(number));
-    } else if (requests.isObject() && requests.size() == 1 && requests.isMember("from")) {
-      fault_.from = count(requests["from"]);
+    } else if (requests.isObject() && !requests.empty()) {
+      readShare(requests);
     } else {
       failRequests();
+    }
+  }
+
+  void readShare(const Json::Value& requests) {
+    for (const std::string& name : requests.getMemberNames()) {
+      const std::uint64_t number = count(requests[name]);
+      if (name == "from") {
+        fault_.from = number;
+      } else if (name == "oneIn") {
+        fault_.oneIn = number;
+      } else if (name == "seed" && requests.isMember("oneIn")) {
+        fault_.lot += number;
+      } else {
+        failRequests();
+      }
     }
   }
 
@@ -183,7 +201,9 @@ class RuleReader {
   }
 
   [[noreturn]] void failRequests() const {
-    fail("\"requests\" is none of \"all\", a list of numbers from 1, {\"from\": number}");
+    fail(
+        "\"requests\" is none of \"all\", a list of numbers from 1, {\"from\": number}, "
+        "{\"oneIn\": number} with \"from\" and \"seed\" or without");
   }
   [[noreturn]] void fail(const std::string& reason) const { throw SimError(place_ + " " + reason); }
 
@@ -192,6 +212,18 @@ class RuleReader {
   unsigned where_ = kRest;
   Fault fault_;
 };
+
+// Whether the lot of a request falls on a fault: the same one every time.
+bool isDrawn(const Fault& fault, std::uint64_t number) {
+  std::uint64_t mixed = (fault.lot + number) * 0x9E3779B97F4A7C15u;
+  mixed = (mixed ^ (mixed >> 31)) * 0xBF58476D1CE4E5B9u;
+  return (mixed ^ (mixed >> 29)) % fault.oneIn == 0;
+}
+
+bool names(const Fault& fault, std::uint64_t number) {
+  if (fault.requests.empty()) return number >= fault.from && isDrawn(fault, number);
+  return std::count(fault.requests.begin(), fault.requests.end(), number) > 0;
+}
 
 Json::Value parsed(const std::string& text, const std::string& name) {
   Json::CharReaderBuilder builder;
@@ -223,7 +255,7 @@ FaultScript FaultScript::parse(const std::string& text, const std::string& name,
   FaultScript script;
   for (Json::ArrayIndex i = 0; i < root.size(); ++i) {
     const std::string place = "fault script " + name + ": rule " + std::to_string(i + 1) + ":";
-    script.faults_.push_back(RuleReader(place, root[i]).read(servedPaths));
+    script.faults_.push_back(RuleReader(place, root[i], i + 1).read(servedPaths));
   }
   return script;
 }
@@ -243,9 +275,7 @@ const Fault* FaultScript::next(const std::string& path) {
     number = ++counts_->requests[path];
   }
   for (const Fault& fault : faults_) {
-    if (!concerns(fault)) continue;
-    const bool listed = std::count(fault.requests.begin(), fault.requests.end(), number) > 0;
-    if (fault.requests.empty() ? number >= fault.from : listed) return &fault;
+    if (concerns(fault) && names(fault, number)) return &fault;
   }
   return nullptr;
 }

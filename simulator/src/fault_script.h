@@ -42,7 +42,9 @@ enum class FaultAction {
 
 struct Fault {
   std::string path;
-  std::uint64_t from = 1;               // all requests from this one on,
+  std::uint64_t from = 1;               // the requests from this one on:
+  std::uint64_t oneIn = 1;              // one in so many of them, by lot
+  std::uint64_t lot = 0;                // another one draws others
   std::vector<std::uint64_t> requests;  // or, when not empty, these, counted from 1
   FaultAction action = FaultAction::Refuse;
   int status = 0;                                 // Status

@@ -14,6 +14,7 @@ const usage::Manual& manual() {
        "ormasim serve --db net.db --http-port 8080 --agent-config agent.json",
        "ormasim serve --db net.db --faults faults.json",
        "ormasim raise --db net.db --count 20 --device 2",
+       "ormasim raise --db net.db --rate 1000 --keep 20000",
        "ormasim status --db net.db --port 2/0/1/0/3 --states 0,0"},
       {},
       {},

@@ -1,8 +1,5 @@
 #include "serve.h"
 
-#include <pthread.h>
-
-#include <csignal>
 #include <cstdio>
 #include <utility>
 #include <vector>
@@ -13,19 +10,10 @@
 #include "http_server.h"
 #include "rest_handler.h"
 #include "services.h"
+#include "stop_signals.h"
 
 namespace ormasim {
 namespace {
-
-// Blocked before any thread is made, so that the signals wait for `sigwait`.
-sigset_t blockStopSignals() {
-  sigset_t signals;
-  sigemptyset(&signals);
-  sigaddset(&signals, SIGINT);
-  sigaddset(&signals, SIGTERM);
-  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-  return signals;
-}
 
 void printReadyLine(int httpPort, int faultPort) {
   if (std::printf("{\"httpPort\": %d, \"faultPort\": %d}\n", httpPort, faultPort) < 0 ||
@@ -54,7 +42,7 @@ FaultServerSettings faultServerSettings(const ServeOptions& options) {
 }  // namespace
 
 void serve(const ServeOptions& options) {
-  const sigset_t signals = blockStopSignals();
+  const StopSignals signals;
   RestSettings settings;
   settings.databaseFile = options.databaseFile;
   settings.token = options.token;
@@ -71,8 +59,7 @@ void serve(const ServeOptions& options) {
   }
   printReadyLine(port, faultPort);
 
-  int received = 0;
-  sigwait(&signals, &received);
+  signals.await();
   server.stop();
   faultServer.stop();
 }

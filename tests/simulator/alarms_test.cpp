@@ -120,6 +120,45 @@ TEST_F(AlarmsTest, OneDeviceCanBeChosen) {
   EXPECT_THAT(rows("SELECT DISTINCT dev_id FROM alarm"), ElementsAre("5"));
 }
 
+TEST_F(AlarmsTest, OnlyTheNewestStayWhenSoManyAreToBeKept) {
+  generate(20, 10);
+  RaiseOptions options;
+  options.count = 4;
+  options.keep = 6;
+  EXPECT_EQ(raiseAlarms(file_, options), 4u);
+  EXPECT_EQ(value("SELECT count(*) || ' ' || min(serial_no) || ' ' || max(serial_no) FROM alarm"),
+            "6 9 14");
+  raiseAlarms(file_, options);
+  EXPECT_EQ(value("SELECT max(serial_no) FROM alarm"), "18") << "numbers are not used again";
+}
+
+TEST_F(AlarmsTest, AlarmsAtARateComeStepByStepUntilThereAreEnough) {
+  generate(20, 0);
+  RaiseOptions options;
+  options.count = 250;
+  options.rate = 1000;
+  options.keep = 100;
+  int steps = 0;
+  const auto rest = [&steps](std::chrono::milliseconds) {
+    ++steps;
+    return false;
+  };
+  EXPECT_EQ(raiseSteadily(file_, options, rest), 250u);
+  EXPECT_GE(steps, 2) << "a fifth of a second's alarms at most come together";
+  EXPECT_EQ(value("SELECT count(*) || ' ' || max(serial_no) FROM alarm"), "100 250");
+}
+
+TEST_F(AlarmsTest, AlarmsAtARateEndWhenTheyAreToldTo) {
+  generate(20, 0);
+  RaiseOptions options;
+  options.rate = 100;
+  int stepsLeft = 3;
+  const auto rest = [&stepsLeft](std::chrono::milliseconds) { return stepsLeft-- == 0; };
+  const std::uint64_t raised = raiseSteadily(file_, options, rest);
+  EXPECT_EQ(value("SELECT count(*) FROM alarm"), std::to_string(raised));
+  EXPECT_EQ(stepsLeft, -1);
+}
+
 TEST_F(AlarmsTest, UnknownDeviceRaisesNothing) {
   generate(20, 0);
   RaiseOptions options;

@@ -2,10 +2,15 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "server_fixture.h"
 
 namespace ormasim::testing {
 namespace {
+
+using ::testing::Gt;
+using ::testing::Lt;
 
 FaultScript scriptOf(const std::string& rules) {
   return FaultScript::parse(rules, "f.json", {"/a", "/b"});
@@ -35,6 +40,35 @@ TEST(FaultScriptTest, RequestsAreCountedForEachPath) {
 TEST(FaultScriptTest, AllMeansAll) {
   FaultScript script = scriptOf(R"([{"path": "/a", "requests": "all", "action": "garbage"}])");
   EXPECT_EQ(hits(script, "/a"), "xxxxx");
+}
+
+TEST(FaultScriptTest, OneInSoManyActsOnTheSameRequestsEveryTime) {
+  const auto marks = [](const std::string& requests) {
+    FaultScript script =
+        scriptOf(R"([{"path": "/a", "action": "cut", "requests": )" + requests + "}]");
+    std::string all;
+    for (int i = 0; i < 400; ++i) all += hits(script, "/a");
+    return all;
+  };
+  const std::string drawn = marks(R"({"oneIn": 20})");
+  EXPECT_THAT(std::count(drawn.begin(), drawn.end(), 'x'), ::testing::AllOf(Gt(70), Lt(130)));
+  EXPECT_EQ(marks(R"({"oneIn": 20})"), drawn);
+  EXPECT_NE(marks(R"({"oneIn": 20, "seed": 2})"), drawn);
+  EXPECT_EQ(marks(R"({"oneIn": 1})"), std::string(2000, 'x'));
+  const std::string later = marks(R"({"oneIn": 20, "from": 1001})");
+  EXPECT_EQ(later, std::string(1000, '.') + drawn.substr(1000));
+}
+
+TEST(FaultScriptTest, RulesDrawTheirRequestsApart) {
+  FaultScript script = scriptOf(R"([
+    {"path": "/a", "requests": {"oneIn": 10}, "action": "cut"},
+    {"path": "/a", "requests": {"oneIn": 10}, "action": "refuse"}])");
+  int refused = 0;
+  for (int i = 0; i < 1000; ++i) {
+    const Fault* fault = script.next("/a");
+    if (fault != nullptr && fault->action == FaultAction::Refuse) ++refused;
+  }
+  EXPECT_GT(refused, 50);
 }
 
 TEST(FaultScriptTest, FirstRuleThatNamesARequestActs) {
@@ -102,14 +136,16 @@ TEST(FaultScriptTest, WrongScriptsAreRefusedByRuleAndReason) {
 }
 
 TEST(FaultScriptTest, WrongRequestsAreRefused) {
-  for (const char* requests : {"7", "[]", "[0]", "[-1]", "[1.5]", "[\"1\"]", "\"some\"", "{}",
-                               "{\"from\": 0}", "{\"from\": 1, \"to\": 2}", "null"}) {
-    EXPECT_EQ(errorOf([&] {
-                scriptOf(std::string(R"([{"path": "/a", "action": "cut", "requests": )") +
-                         requests + "}]");
-              }),
-              "fault script f.json: rule 1: \"requests\" is none of \"all\", a list of numbers "
-              "from 1, {\"from\": number}")
+  for (const char* requests :
+       {"7", "[]", "[0]", "[-1]", "[1.5]", "[\"1\"]", "\"some\"", "{}", "{\"from\": 0}",
+        "{\"from\": 1, \"to\": 2}", "{\"oneIn\": 0}", "{\"seed\": 1}", "null"}) {
+    EXPECT_EQ(
+        errorOf([&] {
+          scriptOf(std::string(R"([{"path": "/a", "action": "cut", "requests": )") + requests +
+                   "}]");
+        }),
+        "fault script f.json: rule 1: \"requests\" is none of \"all\", a list of numbers "
+        "from 1, {\"from\": number}, {\"oneIn\": number} with \"from\" and \"seed\" or without")
         << requests;
   }
 }

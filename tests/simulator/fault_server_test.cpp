@@ -311,6 +311,28 @@ TEST_F(FaultServerTest, AlarmsRaisedMeanwhileComeWithTheNextCommand) {
   EXPECT_EQ(serials(*ask(requestBody(), 0)).size(), 25u);
 }
 
+TEST_F(FaultServerTest, AlarmsRemovedMeanwhileAreMissingAndNoneComesTwice) {
+  serve(45, 10);
+  const auto client = ask();
+  std::vector<std::string> all = textsIn(xmlOf(receive(*client)), "ulSerialNo");
+  RaiseOptions more;
+  more.keep = 4;  // 43 to 46
+  raiseAlarms(database_, more);
+  for (std::uint32_t number = 2; number <= 5; ++number) {
+    askNext(*client, number);
+    const auto some = textsIn(xmlOf(receive(*client)), "ulSerialNo");
+    all.insert(all.end(), some.begin(), some.end());
+  }
+  expectEnd(*client, 5, 0);
+  // The second frame may have been made before the alarms were removed.
+  std::vector<std::string> expected;
+  for (int serial = 1; serial <= (all.size() > 20 ? 20 : 10); ++serial) {
+    expected.push_back(std::to_string(serial));
+  }
+  expected.insert(expected.end(), {"43", "44", "45"});
+  EXPECT_EQ(all, expected);
+}
+
 TEST_F(FaultServerTest, ErrorCodeStandsInTheChosenFrame) {
   serve(25, 10,
         R"([{"path": "fault-server", "requests": [1], "action": "error", "code": 5, "frame": 2}])");
