@@ -7,6 +7,7 @@
 #include <string>
 
 #include "documents.h"
+#include "resource_ids.h"
 #include "world.h"
 
 namespace systemtest {
@@ -21,25 +22,7 @@ constexpr int kFirst = 2;
 constexpr int kLast = 11;
 const std::string kTen = "BETWEEN 2 AND 11";
 
-// An id as docs/ident.md says, stated once more.
-std::int64_t idOf(const std::string& fdn) {
-  if (fdn.find(',') == std::string::npos) return std::stoll(fdn.substr(fdn.find('=') + 1));
-  std::uint64_t hash = 0xCBF29CE484222325;
-  for (const char byte : fdn) hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3;
-  const std::uint64_t lower = (hash ^ (hash >> 60)) & ((std::uint64_t{1} << 60) - 1);
-  return static_cast<std::int64_t>(lower | (std::uint64_t{1} << 62));
-}
-
-std::string iidOf(std::int64_t id) { return std::to_string(id ^ (std::int64_t{1} << 60)); }
-
-// The ids of an FDN from the element down, joined by "/".
-std::string pathOf(const std::string& fdn) {
-  std::string path;
-  for (std::size_t comma = fdn.find(',');; comma = fdn.find(',', comma + 1)) {
-    path += (path.empty() ? "" : "/") + std::to_string(idOf(fdn.substr(0, comma)));
-    if (comma == std::string::npos) return path;
-  }
-}
+std::string iidText(std::int64_t id) { return std::to_string(iidOf(id)); }
 
 // The records alone, in an order of their own.
 Rows sorted(Rows rows) {
@@ -75,12 +58,12 @@ TEST_F(Resources, EverythingBelowTenElementsHasItsLabelTypeAndId) {
                                      "resource WHERE dev_id = " +
                                      id)) {
       EXPECT_EQ(row[4], std::to_string(idOf(row[3])));
-      expected.push_back({row[0], row[1], row[2], iidOf(idOf(row[3])), pathOf(row[3])});
+      expected.push_back({row[0], row[1], row[2], iidText(idOf(row[3])), pathOf(row[3])});
     }
     for (const auto& row : inventory("SELECT name, main_type * 65536 + sub_type FROM device WHERE "
                                      "dev_id = " +
                                      id)) {
-      expected.push_back({row[0], "1", row[1], iidOf(element), id});
+      expected.push_back({row[0], "1", row[1], iidText(element), id});
     }
     EXPECT_EQ(sorted(tree), sorted(expected)) << element;
   }
@@ -92,7 +75,7 @@ TEST_F(Resources, TreeShowsEachResourceBelowWhatHoldsIt) {
   ASSERT_EQ(outcome.status, 0) << outcome.err;
   std::map<std::string, std::string> parents;
   for (const auto& row : inventory("SELECT res_id, parent_id FROM resource WHERE dev_id = 2")) {
-    parents[iidOf(std::stoll(row[0]))] = iidOf(std::stoll(row[1]));
+    parents[iidText(std::stoll(row[0]))] = iidText(std::stoll(row[1]));
   }
   ASSERT_FALSE(parents.empty());
   std::vector<std::string> above;  // the iids on the way to the last line
@@ -157,7 +140,7 @@ TEST_F(Resources, EveryElementHasALabelAndARecord) {
                    {"1", "2", "OSS", "1", "0"}};
   for (const auto& row : inventory("SELECT dev_id, name, main_type * 65536 + sub_type FROM device "
                                    "ORDER BY dev_id")) {
-    elements.push_back({row[0], iidOf(std::stoll(row[0])), row[1], "1", row[2]});
+    elements.push_back({row[0], iidText(std::stoll(row[0])), row[1], "1", row[2]});
   }
   EXPECT_EQ(query({"res", "elements"}), elements);
 }
@@ -170,7 +153,7 @@ TEST_F(Resources, ContentsAreSelectedByTypeAndPath) {
   ASSERT_EQ(found.size(), frames.size() + 1);
   for (std::size_t i = 0; i < frames.size(); ++i) {
     EXPECT_EQ(found[i + 1],
-              (std::vector<std::string>{pathOf(frames[i][0]), iidOf(std::stoll(frames[i][3])),
+              (std::vector<std::string>{pathOf(frames[i][0]), iidText(std::stoll(frames[i][3])),
                                         frames[i][1], "3", frames[i][2]}));
   }
   EXPECT_THAT(query({"res", "contained", "2", "--main-type", "3", "--sub-type", frames[0][2]}),
@@ -201,7 +184,7 @@ TEST_F(Resources, AccessLabelsComeFromTheServiceAndFromTheName) {
 TEST_F(Resources, PlaceKeeperAndAttributesOfTenElements) {
   for (int element = kFirst; element <= kLast; ++element) {
     const std::string id = std::to_string(element);
-    const std::string iid = iidOf(element);
+    const std::string iid = iidText(element);
     Rows place = inventory(
         "SELECT country, province, city, address FROM device_place WHERE "
         "dev_id = " +
@@ -274,10 +257,14 @@ struct DeadCase {
 TEST_F(Resources, DeadPlatformEndsEachCommandAsItsOperationDoes) {
   killSimulator();
   const DeadCase kCases[] = {
-      {{"res", "labels", "NE=2"}, 0, 0},     {{"res", "ne-labels"}, 0, 0},
-      {{"res", "elements"}, 1, 0},           {{"res", "contained", "2", "--main-type", "3"}, 1, 0},
-      {{"res", "tree", "2"}, 0, 0},          {{"res", "access-labels", "NE=2,FR=0"}, 0, 1},
-      {{"res", "location", iidOf(2)}, 1, 0}, {{"res", "maintenance", iidOf(2)}, 1, 0},
+      {{"res", "labels", "NE=2"}, 0, 0},
+      {{"res", "ne-labels"}, 0, 0},
+      {{"res", "elements"}, 1, 0},
+      {{"res", "contained", "2", "--main-type", "3"}, 1, 0},
+      {{"res", "tree", "2"}, 0, 0},
+      {{"res", "access-labels", "NE=2,FR=0"}, 0, 1},
+      {{"res", "location", iidText(2)}, 1, 0},
+      {{"res", "maintenance", iidText(2)}, 1, 0},
       {{"res", "main-types"}, 1, 0},
   };
   for (const auto& [words, status, records] : kCases) {
@@ -293,7 +280,7 @@ TEST_F(Resources, DeadPlatformEndsEachCommandAsItsOperationDoes) {
 TEST_F(Resources, UnknownResourcesAreToldAsSuch) {
   EXPECT_THAT(query({"res", "labels", "NE=99999"}), SizeIs(1));
   EXPECT_THAT(query({"res", "tree", "99999"}), SizeIs(1));
-  EXPECT_EQ(agent({"res", "attributes", iidOf(99999)}).status, 1);
+  EXPECT_EQ(agent({"res", "attributes", iidText(99999)}).status, 1);
   const Outcome none = agent({"res", "labels"});
   EXPECT_EQ(none.status, 2);
   EXPECT_THAT(none.err, HasSubstr("there is no DN"));
