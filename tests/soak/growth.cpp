@@ -1,0 +1,121 @@
+#include "growth.h"
+
+#include <malloc.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+namespace soak {
+
+namespace {
+
+using Seconds = std::chrono::duration<double>;
+
+constexpr Seconds kWindow{60};
+constexpr double kMostGrowthPercent = 1.0;
+constexpr double kMiB = 1024.0 * 1024.0;
+
+template <class Sample, class Value>
+double medianOf(const std::vector<Sample>& samples, Value value) {
+  std::vector<double> values;
+  for (const Sample& sample : samples) values.push_back(static_cast<double>(value(sample)));
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+template <class Sample, class Value>
+std::size_t mostOf(const std::vector<Sample>& samples, Value value) {
+  std::size_t most = 0;
+  for (const Sample& sample : samples) most = std::max<std::size_t>(most, value(sample));
+  return most;
+}
+
+}  // namespace
+
+void Growth::sample(pid_t simulator) {
+  if (samples_.size() == kMostSamples) return;
+  Sample sample{std::chrono::steady_clock::now() - start_, heapBytes(), 0, {}, {}};
+  sample.untrimmed = holdingsOf(::getpid()).residentBytes;
+  ::malloc_trim(0);
+  sample.process = holdingsOf(::getpid());
+  sample.simulator = holdingsOf(simulator);
+  samples_.push_back(sample);
+}
+
+Growth::Windows Growth::windows() const {
+  Windows windows;
+  const Seconds end = samples_.empty() ? Seconds(0) : samples_.back().time;
+  const Seconds warm = options_.warmUp;
+  for (const Sample& sample : samples_) {
+    if (sample.time < warm + kWindow) windows.warmUp.push_back(sample);
+    if (sample.time >= warm && sample.time < warm + kWindow) windows.first.push_back(sample);
+    if (sample.time >= warm + kWindow && sample.time > end - kWindow) {
+      windows.last.push_back(sample);
+    }
+  }
+  return windows;
+}
+
+template <class Value>
+bool Growth::reportMedian(std::FILE* out, const char* name, const Windows& windows,
+                          Value value) const {
+  const double first = medianOf(windows.first, value);
+  const double last = medianOf(windows.last, value);
+  const double percent = first > 0 ? (last - first) * 100 / first : 0;
+  const bool well = percent < kMostGrowthPercent;
+  std::fprintf(out, "  %-44s %9.2f MiB  %9.2f MiB  %+6.2f %%  %s\n", name, first / kMiB,
+               last / kMiB, percent, well ? "" : "GROWN");
+  return well;
+}
+
+template <class Value>
+bool Growth::reportMost(std::FILE* out, const char* name, const Windows& windows,
+                        Value value) const {
+  const std::size_t first = mostOf(windows.warmUp, value);
+  const std::size_t last = mostOf(windows.last, value);
+  std::fprintf(out, "  %-44s %9zu      %9zu      %+6lld    %s\n", name, first, last,
+               static_cast<long long>(last) - static_cast<long long>(first),
+               last <= first ? "" : "GROWN");
+  return last <= first;
+}
+
+bool Growth::report(std::FILE* out) const {
+  const Windows windows = this->windows();
+  const auto warm = static_cast<long long>(options_.warmUp.count());
+  if (windows.first.empty() || windows.last.empty()) {
+    std::fprintf(out, "growth: too short to be judged, %zu samples; that takes %lld s\n",
+                 samples_.size(), warm + 120);
+    return true;
+  }
+  std::fprintf(out,
+               "growth: samples are taken while no operation is under way and the subnet task "
+               "rests.\n"
+               "  memory: medians of the %zu samples of seconds %lld to %lld, and of the %zu "
+               "samples of the last minute; at most +%.0f %%\n"
+               "  threads, descriptors: most in seconds 0 to %lld, and in the last minute; no "
+               "more\n",
+               windows.first.size(), warm, warm + 60, windows.last.size(), kMostGrowthPercent,
+               warm + 60);
+  bool well = reportMedian(out, "process: allocated (mallinfo2)", windows,
+                           [](const Sample& sample) { return sample.heap; });
+  well &= reportMedian(out, "process: resident, behind malloc_trim", windows,
+                       [](const Sample& sample) { return sample.process.residentBytes; });
+  well &= reportMost(out, "process: threads", windows,
+                     [](const Sample& sample) { return sample.process.threads; });
+  well &= reportMost(out, "process: descriptors", windows,
+                     [](const Sample& sample) { return sample.process.descriptors; });
+  well &= reportMedian(out, "simulator: resident", windows,
+                       [](const Sample& sample) { return sample.simulator.residentBytes; });
+  well &= reportMost(out, "simulator: threads", windows,
+                     [](const Sample& sample) { return sample.simulator.threads; });
+  well &= reportMost(out, "simulator: descriptors", windows,
+                     [](const Sample& sample) { return sample.simulator.descriptors; });
+  std::fprintf(
+      out, "  not judged: process resident before malloc_trim, most: %.2f MiB\n",
+      static_cast<double>(mostOf(samples_, [](const Sample& sample) { return sample.untrimmed; })) /
+          kMiB);
+  return well;
+}
+
+}  // namespace soak
