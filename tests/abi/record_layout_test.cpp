@@ -11,6 +11,7 @@
 #include "record_fields.h"
 #include "restquery.h"
 #include "serviceifref.h"
+#include "submapbufmgr.h"
 
 namespace {
 
@@ -46,6 +47,18 @@ TEST(RecordLayout, DeviceInfo) {
   };
   EXPECT_EQ(sizeof(DeviceInfo), sizeof(Fields));
   static_assert(!std::is_polymorphic_v<DeviceInfo>);
+}
+
+// Private as well: what it adds to ACE's task shows by the size.
+TEST(RecordLayout, SubnetLinkTask) {
+  struct Fields : ACE_Task_Base {
+    std::map<unsigned long, std::string> deviceLinks;
+    std::map<std::string, std::string> subnetLinks;
+    ACE_RW_Mutex lock;
+    bool stop = false;
+    bool refreshed = false;
+  };
+  EXPECT_EQ(sizeof(SubmapBufMgr), sizeof(Fields));
 }
 
 TEST(RecordLayout, ProcessException) {

@@ -92,7 +92,10 @@ TEST_F(DeviceFdn, LongerTextBeforeLeavesNothingBehind) {
   EXPECT_EQ(fdn, "NE=12");
 }
 
-TEST_F(DeviceFdn, ResTypeIsAStub) { EXPECT_EQ(EMFResMgrI::getResType(), 0); }
+TEST_F(DeviceFdn, ResTypeIsZeroAndNothingIsAskedOrWritten) {
+  EXPECT_EQ(EMFResMgrI::getResType(), 0);
+  EXPECT_THAT(platform().journal.events(), ::testing::IsEmpty());
+}
 
 }  // namespace
 }  // namespace emf::test
