@@ -11,9 +11,12 @@
 
 class EMF_API EMFMOMgrI {
  public:
-  // Each returns 0, success, however often it is called.
+  // Returns 0, success, however often it is called. So does each of the others.
   static int setUserLabel();
+  // Returns 0.
   static int setOwner();
+  // Returns 0.
   static int insertRecord();
+  // Returns 0.
   static int deleteRecord();
 };

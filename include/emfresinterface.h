@@ -50,19 +50,27 @@ class EMF_API EMFResMgrI {
   static std::int64_t getResourceLabelsEx(std::list<ResourceDn>& out,
                                           const std::map<int, std::string>& dnMap);
 
-  // The same for names of one kind: "PORT", "CARD", "SLOT", "FRAME" or "NE". Any other word gives
-  // nothing. Always 0.
+  // The same for names of one kind: "PORT", "CARD", "SLOT", "FRAME" or "NE". Any other word asks
+  // for nothing and appends nothing. Always 0.
   static std::int64_t getResourceLabelsByRest(std::list<ResourceDn>& out,
                                               const std::vector<std::string>& fdns,
                                               const std::string& resType);
+  // The same for ports: main type 6, sub type "portType". A port without one is left out.
   static std::int64_t getPortResourceLabelsByRest(std::list<ResourceDn>& out,
                                                   const std::vector<std::string>& fdns);
+  // The same for slots: main type 4, sub type "cardType"; where "isDaughterCard" is true 5 and
+  // "daughterCardType". A slot without "isDaughterCard" is left out.
   static std::int64_t getSlotResourceLabelsByRest(std::list<ResourceDn>& out,
                                                   const std::vector<std::string>& fdns);
+  // The same for cards: as slots, but main types 20 and 21.
   static std::int64_t getCardResourceLabelsByRest(std::list<ResourceDn>& out,
                                                   const std::vector<std::string>& fdns);
+  // The same for frames: main type 3, sub type the number that the text "frameType" begins with. A
+  // frame without one is left out.
   static std::int64_t getFrameResourceLabelsByRest(std::list<ResourceDn>& out,
                                                    const std::vector<std::string>& fdns);
+  // The same for network elements: main type 1, sub type "detailDevType". One without it is left
+  // out.
   static std::int64_t getNEResourceLabelsByRest(std::list<ResourceDn>& out,
                                                 const std::vector<std::string>& fdns);
 
@@ -77,13 +85,14 @@ class EMF_API EMFResMgrI {
   // throws, as above.
   static std::int64_t getAllManagedElements(std::list<Resource>& out);
 
-  // Appends what the network element of the first resource id contains: all of a main type whose
-  // path starts with `ids`, or all of one exact type, wherever in the element. 0; 1 when `ids` is
-  // empty; -1 when a page could not be read, with the resources of earlier pages appended. One
-  // request for each 1000 resources of the element, whatever their type.
+  // Appends what the network element of the first resource id contains of that main type, where its
+  // path starts with `ids`. 0; 1 when `ids` is empty; -1 when a page could not be read, with the
+  // resources of earlier pages appended. One request for each 1000 resources of the element,
+  // whatever their type.
   static std::int64_t getContainedResourceByMainType(const std::vector<std::int64_t>& ids,
                                                      std::int64_t mainType,
                                                      std::list<Resource>& out);
+  // The same for one exact type, wherever in the element: of `ids` the first alone counts.
   static std::int64_t getContainedResourceByType(const std::vector<std::int64_t>& ids,
                                                  ResTypeID type, std::list<Resource>& out);
 

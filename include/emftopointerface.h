@@ -55,8 +55,9 @@ class EMF_API EMFTopoI {
 
   // Fills `out` with the node whose id is `key.nodeId` ("1": the management system), from the
   // topology view. Always 0: `out` stays as it was when there is none or the read failed (logged).
-  // Fields whose text is absent keep what they held: spareCode, deviceId of an id without "=",
-  // nodeType. Throws std::out_of_range as above; the fields before "exInfo" are filled then.
+  // Fields without a source keep what they held: spareCode, deviceId of an id without "=", nodeType
+  // unless "exInfo" has both its words. Throws std::out_of_range as above; iconName and the fields
+  // before it, and procId behind a number, are filled then.
   static std::int64_t getNode(const SimNode& key, Node& out);
 
   // Appends the physical root, from the topology service, page by page up to the one that holds it.
