@@ -7,6 +7,7 @@
 #include <ace/OS_NS_dirent.h>
 
 #include "emfglobal.h"
+#include "inputfile.h"
 #include "orma/bundle/config_items.h"
 #include "orma/dao/emf_comm_db_engine.h"
 #include "orma/text/text.h"
@@ -88,7 +89,7 @@ void CAEmfMcdbErrorCodeMgr::LoadFile(const std::string& path) {
   // and opening that fails.
   const char* const unused = ::realpath(path.c_str(), resolved);
   static_cast<void>(unused);
-  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(resolved, "r"), std::fclose);
+  const emf::InputFile file = emf::openInput(resolved, emf::Directories::Opened);
   if (!file) {
     reportUnreadable(path);
     return;

@@ -1,16 +1,13 @@
 // The device types that count as access network elements, from the installation's file.
-#include <fcntl.h>
 #include <limits.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <string>
 
 #include "emfglobal.h"
 #include "emfresinterface.h"
+#include "inputfile.h"
 #include "orma/bundle/config_items.h"
 #include "orma/ident/sdxml_interpreter_mgr.h"
 #include "watchedcall.h"
@@ -26,28 +23,16 @@ constexpr std::size_t kLineBytes = 510;
 constexpr int kLastShiftedType = 85;
 constexpr int kTypeShift = 268389720;
 
-using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
-
 std::string configurationFile(std::string root) {
   if (root.back() == '/' || root.back() == '\\') root.pop_back();
   return root + kFile;
 }
 
-// Null unless the path leads to a regular file that can be read: anything else could block or go on
-// without end.
-File openFile(const std::string& path) {
+emf::InputFile openFile(const std::string& path) {
   char resolved[PATH_MAX] = {};
   static_assert(sizeof resolved == 4096);
   if (::realpath(path.c_str(), resolved) == nullptr) return {nullptr, std::fclose};
-  const int descriptor = ::open(resolved, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-  if (descriptor < 0) return {nullptr, std::fclose};
-  struct stat status = {};
-  std::FILE* file = nullptr;
-  if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
-    file = ::fdopen(descriptor, "r");
-  }
-  if (file == nullptr) ::close(descriptor);
-  return {file, std::fclose};
+  return emf::openInput(resolved);
 }
 
 enum class LineRead { kLine, kTooLong, kEnd };
@@ -95,7 +80,7 @@ std::int64_t EMFResMgrI::getAccessNETypeList(std::map<int, std::string>& types) 
   const emf::WatchedCall call("EMFResMgrI::getAccessNETypeList");
   const std::string root = NS_BUNDLEMGR1::GetORMARootPath();
   if (root.empty()) return 0;
-  const File file = openFile(configurationFile(root));
+  const emf::InputFile file = openFile(configurationFile(root));
   if (!file) return 0;
   types.clear();
   for (const int type : accessTypes(file.get())) {

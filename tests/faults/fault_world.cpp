@@ -27,20 +27,6 @@ std::shared_ptr<const orma::Configuration> parsed(const Json::Value& root,
   return configuration;
 }
 
-// The process's log service, where operations look for it.
-void fileLogService() {
-  static NS_BUNDLEMGR1::ServiceInterface* const service = [] {
-    void (*deleter)(void*) = nullptr;
-    auto* object =
-        dynamic_cast<NS_BUNDLEMGR1::ServiceObjectBase*>(_make_orma_log_service(&deleter));
-    NS_BUNDLEMGR1::ServiceInterface* const log = object->GetInterface();
-    deleter(object);  // the interface stays
-    return log;
-  }();
-  auto* slot = NS_BUNDLEMGR1::CheckIFBuf("LogSvcInterface");
-  if (slot->empty()) slot->push_back(service);
-}
-
 std::size_t entriesOf(const char* directory) {
   const std::filesystem::directory_iterator entries(directory);
   return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
@@ -48,19 +34,32 @@ std::size_t entriesOf(const char* directory) {
 
 }  // namespace
 
+NS_LOG_SERVICE1::LogSvcInterface& logService() {
+  static auto* const service = [] {
+    void (*deleter)(void*) = nullptr;
+    auto* object =
+        dynamic_cast<NS_BUNDLEMGR1::ServiceObjectBase*>(_make_orma_log_service(&deleter));
+    auto* const log = dynamic_cast<NS_LOG_SERVICE1::LogSvcInterface*>(object->GetInterface());
+    deleter(object);  // the interface stays
+    return log;
+  }();
+  return *service;
+}
+
 Holdings Holdings::now() { return {entriesOf("/proc/self/fd"), entriesOf("/proc/self/task")}; }
 
 void PrintTo(const Holdings& holdings, std::ostream* out) {
   *out << holdings.descriptors << " descriptors, " << holdings.threads << " threads";
 }
 
-FaultWorld::FaultWorld() {
+FaultWorld::FaultWorld(LogService service) {
   Json::Value root;
   root["log"]["stderr"] = false;
   root["log"]["file"] = file("agent.log");
   root["log"]["level"] = 3;
   orma::configureLog(*parsed(root, directory_.path().string()));
-  fileLogService();
+  auto* slot = NS_BUNDLEMGR1::CheckIFBuf("LogSvcInterface");
+  if (service == LogService::Running && slot->empty()) slot->push_back(&logService());
 }
 
 FaultWorld::~FaultWorld() {

@@ -11,9 +11,13 @@
 #include <ostream>
 #include <string>
 
+#include "orma/log/log_service.h"
 #include "temp_directory.h"
 
 namespace emf::faults {
+
+// The platform's log service, one for the process.
+NS_LOG_SERVICE1::LogSvcInterface& logService();
 
 // Protects against hanging, no more.
 constexpr std::chrono::seconds kPatience{10};
@@ -32,7 +36,8 @@ void PrintTo(const Holdings& holdings, std::ostream* out);
 
 class FaultWorld : public testing::Test {
  protected:
-  FaultWorld();
+  enum class LogService { Running, Absent };
+  explicit FaultWorld(LogService service = LogService::Running);
   ~FaultWorld() override;
 
   std::string file(const std::string& name) const { return (directory_.path() / name).string(); }

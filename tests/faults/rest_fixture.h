@@ -16,7 +16,9 @@ class RestMatrix : public FaultWorld {
   static constexpr int kLongMs = 60000;
   static constexpr int kShortMs = 50;
 
-  RestMatrix() { reach(peer_.port()); }
+  explicit RestMatrix(LogService service = LogService::Running) : FaultWorld(service) {
+    reach(peer_.port());
+  }
   ~RestMatrix() override;
 
   // The REST service at that port from now on, with these times for an exchange.
