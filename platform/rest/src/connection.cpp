@@ -8,7 +8,8 @@ namespace orma::rest {
 namespace {
 
 constexpr std::size_t kMaxHeaderBytes = 256 * 1024;
-constexpr std::size_t kKeptBodyBytes = 4 * 1024 * 1024;
+// Above that an answer's memory is given back; the reader's is up to fifteen times as much.
+constexpr std::size_t kKeptBodyBytes = 256 * 1024;
 constexpr long kReceiveBufferBytes = 128 * 1024;
 
 struct FreeList {

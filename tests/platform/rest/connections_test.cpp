@@ -1,5 +1,6 @@
 // Connections are kept and shared; a new configuration begins anew.
 #include <gmock/gmock.h>
+#include <malloc.h>
 
 #include <atomic>
 #include <cstdlib>
@@ -23,6 +24,22 @@ TEST_F(Connections, OneConnectionCarriesManyRequests) {
   HttpService service(always("[1]"), HttpService::After::Keep);
   configureBaseUrl(service.url());
   for (int i = 0; i < 50; ++i) ASSERT_TRUE(send());
+  EXPECT_EQ(service.connections(), 1u);
+}
+
+// A sanitizer's allocator tells nothing of what is allocated.
+TEST_F(Connections, IdleConnectionKeepsLittleOfALargeAnswer) {
+  HttpService service(always("[\"" + std::string(3'000'000, 'x') + "\"]"),
+                      HttpService::After::Keep);
+  configureBaseUrl(service.url());
+  const auto allocated = [] {
+    const auto heap = ::mallinfo2();
+    return heap.uordblks + heap.hblkhd;
+  };
+  const auto before = allocated();
+  ASSERT_TRUE(send());
+  EXPECT_LT(allocated(), before + 8'000'000);
+  ASSERT_TRUE(send());
   EXPECT_EQ(service.connections(), 1u);
 }
 
