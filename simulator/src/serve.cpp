@@ -1,5 +1,7 @@
 #include "serve.h"
 
+#include <malloc.h>
+
 #include <cstdio>
 #include <utility>
 #include <vector>
@@ -39,9 +41,22 @@ FaultServerSettings faultServerSettings(const ServeOptions& options) {
   return settings;
 }
 
+// The allocator keeps what is freed for the thread that allocated it, and learns to keep the larger
+// the larger it was: with many threads that each give a large answer some time, a server that runs
+// for long would grow for hours. Large answers go back to the system instead, and what is small is
+// there for every thread.
+void keepLittleMemory() {
+  constexpr int kLargeBytes = 128 * 1024;
+  constexpr int kArenas = 1;
+  ::mallopt(M_MMAP_THRESHOLD, kLargeBytes);
+  ::mallopt(M_TRIM_THRESHOLD, 4 * kLargeBytes);
+  ::mallopt(M_ARENA_MAX, kArenas);
+}
+
 }  // namespace
 
 void serve(const ServeOptions& options) {
+  keepLittleMemory();
   const StopSignals signals;
   RestSettings settings;
   settings.databaseFile = options.databaseFile;
