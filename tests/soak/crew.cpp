@@ -72,6 +72,7 @@ std::uint64_t Crew::wrongAnswers() const {
 
 void Crew::run(std::uint64_t seed) {
   Context context(network_, alarms_, seed);
+  goThroughTogether(context, seed);
   std::vector<std::size_t> order = round();
   const std::uint64_t rounds = options_.rounds;
   for (std::uint64_t i = 0; (rounds == 0 || i < rounds) && mayBegin(); ++i) {
@@ -83,6 +84,16 @@ void Crew::run(std::uint64_t seed) {
     --left_;
   }
   changed_.notify_all();
+}
+
+// All threads call the same operation at a time, so that the product has made early what it makes
+// for the largest number of callers: connections, sessions, and room for their largest answers.
+void Crew::goThroughTogether(Context& context, std::uint64_t seed) {
+  for (std::size_t operation = 0; operation < operations_.size(); ++operation) {
+    meet();
+    const int calls = std::min(operations_[operation].weight, options_.callsTogether);
+    for (int i = 0; i < calls && mayBegin(); ++i) callOne(operation, context, seed, false);
+  }
 }
 
 void Crew::goThrough(std::vector<std::size_t>& order, Context& context, std::uint64_t seed) {
@@ -124,6 +135,16 @@ bool Crew::mayBegin() {
     ++atWork_;
   }
   return !ended_;
+}
+
+void Crew::meet() {
+  std::unique_lock lock(mutex_);
+  const auto all = static_cast<std::uint64_t>(options_.threads);
+  const std::uint64_t awaited = (arrivals_++ / all + 1) * all;
+  --atWork_;
+  changed_.notify_all();
+  changed_.wait(lock, [&] { return arrivals_ >= awaited || ended_; });
+  ++atWork_;
 }
 
 std::vector<std::size_t> Crew::round() const {

@@ -56,10 +56,13 @@ class Crew {
 
  private:
   void run(std::uint64_t seed);
+  void goThroughTogether(Context& context, std::uint64_t seed);
   void goThrough(std::vector<std::size_t>& round, Context& context, std::uint64_t seed);
   void callOne(std::size_t operation, Context& context, std::uint64_t seed, bool faultless);
   // Rests while the others shall; false when it is over.
   bool mayBegin();
+  // Waits until every thread has come here as often.
+  void meet();
   std::vector<std::size_t> round() const;
 
   const Network& network_;
@@ -75,7 +78,8 @@ class Crew {
   bool paused_ = false;
   bool ended_ = false;
   int atWork_ = 0;
-  int left_ = 0;  // threads that have not ended
+  std::uint64_t arrivals_ = 0;  // where threads meet
+  int left_ = 0;                // threads that have not ended
   std::vector<std::thread> threads_;
 };
 

@@ -1,9 +1,11 @@
 #include "growth.h"
 
 #include <malloc.h>
+#include <sqlite3.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <fstream>
 
 namespace soak {
 
@@ -35,12 +37,25 @@ std::size_t mostOf(const std::vector<Sample>& samples, Value value) {
 
 void Growth::sample(pid_t simulator) {
   if (samples_.size() == kMostSamples) return;
-  Sample sample{std::chrono::steady_clock::now() - start_, heapBytes(), 0, {}, {}};
+  Sample sample{std::chrono::steady_clock::now() - start_, heapBytes(), 0, 0, {}, {}};
+  sample.database = static_cast<std::size_t>(::sqlite3_memory_used());
   sample.untrimmed = holdingsOf(::getpid()).residentBytes;
   ::malloc_trim(0);
   sample.process = holdingsOf(::getpid());
   sample.simulator = holdingsOf(simulator);
   samples_.push_back(sample);
+}
+
+void Growth::write(const std::string& file) const {
+  std::ofstream out(file);
+  out << "seconds,allocated,database,untrimmed,resident,threads,descriptors,simulatorResident,"
+         "simulatorThreads,simulatorDescriptors\n";
+  for (const Sample& sample : samples_) {
+    out << sample.time.count() << ',' << sample.heap << ',' << sample.database << ','
+        << sample.untrimmed << ',' << sample.process.residentBytes << ',' << sample.process.threads
+        << ',' << sample.process.descriptors << ',' << sample.simulator.residentBytes << ','
+        << sample.simulator.threads << ',' << sample.simulator.descriptors << '\n';
+  }
 }
 
 Growth::Windows Growth::windows() const {
@@ -90,7 +105,7 @@ bool Growth::report(std::FILE* out) const {
   }
   std::fprintf(out,
                "growth: samples are taken while no operation is under way and the subnet task "
-               "rests.\n"
+               "rests; both processes allocate from one arena.\n"
                "  memory: medians of the %zu samples of seconds %lld to %lld, and of the %zu "
                "samples of the last minute; at most +%.0f %%\n"
                "  threads, descriptors: most in seconds 0 to %lld, and in the last minute; no "

@@ -10,6 +10,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <string>
 #include <vector>
 
 #include "holdings.h"
@@ -27,6 +28,8 @@ class Growth {
   // Prints the figures and what they are compared with; whether all is well. A soak that is too
   // short to be judged says so, and is well.
   bool report(std::FILE* out) const;
+  // Writes every sample as a line of comma-separated values.
+  void write(const std::string& file) const;
 
  private:
   static constexpr std::size_t kMostSamples = 100'000;  // reserved, so that it is no growth itself
@@ -34,6 +37,7 @@ class Growth {
   struct Sample {
     std::chrono::duration<double> time;
     std::size_t heap;
+    std::size_t database;   // of that, what SQLite has
     std::size_t untrimmed;  // resident before what is free was given back
     Holdings process;
     Holdings simulator;

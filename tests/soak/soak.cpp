@@ -2,6 +2,7 @@
 // service of this process, over real sockets to an ormasim that raises alarms and misbehaves, and
 // every answer is compared with the inventory database. docs/testing.md tells how to read it.
 #include <fcntl.h>
+#include <malloc.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
@@ -37,6 +38,10 @@ std::FILE* takeStandardOutput() {
   ::close(nowhere);
   return out;
 }
+
+// With an arena for each thread, resident memory would depend for hours on which thread was the
+// last to fill the caches.
+void shareOneArena() { ::mallopt(M_ARENA_MAX, 1); }
 
 class Soak {
  public:
@@ -93,6 +98,7 @@ class Soak {
                  static_cast<Unsigned>(crew_.statesTaken()));
     std::fprintf(out_, "exchanges that failed: %llu\n", static_cast<Unsigned>(failedExchanges()));
     well &= growth_.report(out_);
+    if (!options_.samplesFile.empty()) growth_.write(options_.samplesFile);
     if (!refreshed_) std::fprintf(out_, "the subnet names were not refreshed in time\n");
     std::fputs(ends.c_str(), out_);
     well = well && refreshed_ && ends.empty();
@@ -138,6 +144,7 @@ class Soak {
 // Few elements, no fault that only a deadline ends, and an end that depends on no time.
 void makeShort(SoakOptions& options) {
   options.rounds = 1;
+  options.callsTogether = 2;
   options.elements = 60;
   options.equipped = 6;
   options.definitions = 0;
@@ -164,12 +171,15 @@ int runSoak(int argc, char** argv) {
       ->check(CLI::Range(50, 1'000'000));
   app.add_option("--rate", options.alarmsASecond, "Alarms a second [1000]")
       ->check(CLI::Range(1, 100'000));
+  app.add_option("--samples", options.samplesFile, "Write what was held, and when, as CSV")
+      ->type_name("FILE");
   app.add_flag("--short", isShort, "One round of each thread over a small network");
   CLI11_PARSE(app, argc, argv);
   options.length = std::chrono::seconds(static_cast<std::int64_t>(minutes * 60));
   options.warmUp = std::chrono::seconds(static_cast<std::int64_t>(warmUp * 60));
   if (isShort) makeShort(options);
 
+  shareOneArena();
   std::FILE* const out = takeStandardOutput();
   std::fprintf(out, "seed %llu, %d threads, %d elements, %d alarms a second\n",
                static_cast<Unsigned>(options.seed), options.threads, options.elements,
