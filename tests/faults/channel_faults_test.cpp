@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kShortMs = 50;
 // Where frames that come in time stand before one that does not.
-constexpr int kLeisurelyMs = 500;
+constexpr int kLeisurelyMs = 1000;
 
 std::string code(int number) { return "ProcessException " + std::to_string(number); }
 

@@ -20,7 +20,7 @@ namespace emf::faults {
 NS_LOG_SERVICE1::LogSvcInterface& logService();
 
 // Protects against hanging, no more.
-constexpr std::chrono::seconds kPatience{10};
+constexpr std::chrono::seconds kPatience{30};
 
 // What could leak beside memory, which is the address sanitizer's.
 struct Holdings {

@@ -24,8 +24,7 @@ class FaultMatrixPostgresql : public DatabaseMatrix {
     const std::size_t end = connection.find(' ', host);
     proxy_ = std::make_unique<DatabaseProxy>(connection.substr(host, end - host),
                                              directory().path().string());
-    connection_ = connection.substr(0, host) + directory().path().string() +
-                  connection.substr(end) + " connect_timeout=1";
+    connection_ = connection.substr(0, host) + directory().path().string() + connection.substr(end);
     proxy_->come({{}});
     reachProxy();
     expectWhole();
@@ -38,6 +37,7 @@ class FaultMatrixPostgresql : public DatabaseMatrix {
   }
 
   void reachProxy(int statementMs = kLongMs) const { reach(connection_, kLongMs, statementMs); }
+  void connectWithin(int seconds) { connection_ += " connect_timeout=" + std::to_string(seconds); }
   DatabaseProxy& proxy() { return *proxy_; }
   dao::test::TestDatabase& database() { return *database_; }
 
@@ -144,6 +144,7 @@ TEST_F(FaultMatrixPostgresql, SlowWithinTheDeadline) {
 
 TEST_F(FaultMatrixPostgresql, StalledInTheConnecting) {
   const DatabaseOperation& device = databaseOperations().front();
+  connectWithin(1);
   EXPECT_EQ(treated(device, {stall(0)}), device.failed);
 }
 
@@ -151,7 +152,8 @@ TEST_F(FaultMatrixPostgresql, StalledInTheConnecting) {
 TEST_F(FaultMatrixPostgresql, StalledInTheRows) {
   const DatabaseOperation& device = databaseOperations().front();
   const std::size_t bytes = bytesFor(device);
-  EXPECT_EQ(treated(device, {stall(bytes - 1), {}}, kShortMs), device.whole);
+  constexpr int kLeisurelyMs = 1000;  // enough for the second connection
+  EXPECT_EQ(treated(device, {stall(bytes - 1), {}}, kLeisurelyMs), device.whole);
   EXPECT_EQ(treated(device, {stall(bytes - 1)}, kShortMs), device.failed);
 }
 

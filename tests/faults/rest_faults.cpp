@@ -73,11 +73,12 @@ RestFault::Scripts cut(Phase phase, std::string (*answerOf)(const std::string&))
     std::vector<Script> scripts;
     for (const std::size_t place : phase(AnswerPlaces(answer))) {
       const std::string bytes = answer.substr(0, place);
-      scripts.push_back([bytes](const Wire& wire) { wire.send(bytes); });
-      scripts.push_back([bytes](const Wire& wire) {
-        wire.send(bytes);
-        wire.reset();
-      });
+      for (const bool byReset : {false, true}) {
+        scripts.push_back([=](const Wire& wire) {
+          wire.send(bytes);
+          if (byReset) wire.reset();
+        });
+      }
     }
     return scripts;
   };
