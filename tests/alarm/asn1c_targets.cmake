@@ -11,7 +11,11 @@ if(NOT EMF_ASN1C OR NOT CMAKE_C_COMPILER)
   message(STATUS "asn1c: not found; messages are not compared with its code")
   return()
 endif()
+# A C compiler of another make than the C++ compiler would change what CMake calls the precompiled
+# headers of both.
+set(emf_pch_extension ${CMAKE_PCH_EXTENSION})
 enable_language(C)
+set(CMAKE_PCH_EXTENSION ${emf_pch_extension})
 
 foreach(tagging IMPLICIT EXPLICIT)
   string(TOLOWER ${tagging} mode)
