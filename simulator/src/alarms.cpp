@@ -35,6 +35,8 @@ std::int64_t numberFrom(Database& database, const char* sql) {
 // so that it never locks the database for long.
 constexpr std::chrono::milliseconds kStep{100};
 constexpr std::uint64_t kLargestStepsOfASecond = 5;
+// Nobody waits for alarms that come at a rate: a reader that is slow does not end them.
+constexpr int kLongBusyTimeoutMs = 60'000;
 
 std::int64_t now() {
   const auto time = std::chrono::system_clock::now().time_since_epoch();
@@ -163,6 +165,7 @@ std::uint64_t raiseSteadily(const std::string& databaseFile, const RaiseOptions&
   using Clock = std::chrono::steady_clock;
   Database database(databaseFile, Database::Mode::ReadWrite);
   database.requireInventory();
+  sqlite3_busy_timeout(database.handle(), kLongBusyTimeoutMs);
   AlarmRaiser raiser = raiserFor(database, options);
   const Clock::time_point start = Clock::now();
   const std::uint64_t count = options.count.value_or(std::numeric_limits<std::uint64_t>::max());
