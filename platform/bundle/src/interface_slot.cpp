@@ -121,9 +121,9 @@ InterfaceSlot* CheckIFBuf(const std::string& name) {
     if (found != table.slots.end()) return found->second.get();
   }
   std::unique_lock lock(table.mutex);
-  auto& slot = table.slots[name];
-  if (!slot) slot = std::make_unique<InterfaceSlot>();
-  return slot.get();
+  const auto found = table.slots.find(name);  // another thread may have made it meanwhile
+  if (found != table.slots.end()) return found->second.get();
+  return table.slots.emplace(name, std::make_unique<InterfaceSlot>()).first->second.get();
 }
 
 FilingScope::FilingScope(std::vector<Filing>& filings) : previous_(currentFilings) {
