@@ -36,9 +36,19 @@ std::optional<std::int64_t> exactInteger(std::string_view text) {
 
 // Not in the header: inlined, the variant's destructor draws false warnings from the compiler at
 // every use.
-CValue::CValue(const CValue&) = default;
+// Texts and bytes are copied before they go into the variant: libstdc++ 12 destroys a variant whose
+// own copying ran out of memory as though it held something.
+CValue::CValue(const CValue& other) {
+  if (const auto* text = std::get_if<std::string>(&other.data_)) {
+    data_ = std::string(*text);
+  } else if (const auto* bytes = std::get_if<Bytes>(&other.data_)) {
+    data_ = Bytes(*bytes);
+  } else {
+    data_ = other.data_;
+  }
+}
 CValue::CValue(CValue&&) noexcept = default;
-CValue& CValue::operator=(const CValue&) = default;
+CValue& CValue::operator=(const CValue& other) { return *this = CValue(other); }
 CValue& CValue::operator=(CValue&&) noexcept = default;
 CValue::~CValue() = default;
 
