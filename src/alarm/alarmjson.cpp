@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "jsontext.h"
+
 namespace emf {
 
 const Json::Value& memberOf(const Json::Value& value, const char* key) {
@@ -16,7 +18,7 @@ std::string pageRequest(std::uint64_t offset, std::uint32_t limit) {
   Json::Value request;
   request["offset"] = Json::UInt64{offset};
   request["limit"] = Json::UInt{limit};
-  return request.toStyledString();
+  return styledText(request);
 }
 
 }  // namespace emf

@@ -2,6 +2,7 @@
 
 #include "emfglobal.h"
 #include "emfresinterface.h"
+#include "jsontext.h"
 #include "orma/ident/resource_ids.h"
 #include "orma/rest/nbi_http_proxy.h"
 #include "orma/text/text.h"
@@ -72,7 +73,7 @@ void storeLabels(const Json::Value& objects, AccessResources& byFdn) {
 std::string documentOf(Json::Value& filter, Json::Value& document) {
   filter["logOp"] = "or";
   document["condition"]["filter"] = filter;
-  return document.toStyledString();
+  return emf::styledText(document);
 }
 
 Json::Value unfilteredDocument() {

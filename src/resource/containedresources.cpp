@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "emfresinterface.h"
+#include "jsontext.h"
 #include "orma/ident/resource_ids.h"
 #include "orma/rest/rest_client.h"
 #include "paginators.h"
@@ -24,7 +25,7 @@ constexpr std::uint32_t kPageLimit = 1000;
 std::string queryTextOf(std::int64_t elementId) {
   const Json::Value query("g.V('" + MakeNeFdn(elementId) +
                           "').hasLabel('FixedNetworkElement').out('Has')");
-  std::string quoted = query.toStyledString();
+  std::string quoted = emf::styledText(query);
   quoted.pop_back();  // the line end
   return quoted;
 }

@@ -7,6 +7,7 @@
 
 #include "emfglobal.h"
 #include "emfresinterface.h"
+#include "jsontext.h"
 #include "orma/dao/emf_comm_db_engine.h"
 #include "orma/ident/resource_ids.h"
 #include "orma/rest/nbi_http_proxy.h"
@@ -30,7 +31,7 @@ bool readDetails(std::int64_t iid, bool withMaintenance, Json::Value& answer) {
   Json::Value document(Json::objectValue);
   document["nativeIds"].append(MakeNeFdn(NS_UTIL::compat::IID2ResID(iid)));
   document["needMaintenanceInfo"] = withMaintenance;
-  if (NS_UTIL::NBIHTTPProxy::QueryLocalInfoAndMaintenInfo(answer, document.toStyledString())) {
+  if (NS_UTIL::NBIHTTPProxy::QueryLocalInfoAndMaintenInfo(answer, emf::styledText(document))) {
     return true;
   }
   EMF_LOG(GetDomainLog(), kSourceName, LogFormat, 1,

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "json_text.h"
+
 namespace orma::rest {
 namespace {
 
@@ -38,7 +40,7 @@ std::string compactJson(const Json::Value& value, bool ascii) {
   builder["indentation"] = "";
   builder["commentStyle"] = "None";
   builder["emitUTF8"] = !ascii;
-  return Json::writeString(builder, value);
+  return orma::rest::wholeText(builder, value);
 }
 
 std::string parameterText(const Json::Value& value) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "http_client.h"
+#include "json_text.h"
 #include "orma/rest/nbi_http_proxy.h"
 #include "orma/rest/rest_client.h"
 
@@ -36,7 +37,7 @@ void appendQuoted(std::string& out, const std::string& text) {
   }
   Json::StreamWriterBuilder builder;
   builder["emitUTF8"] = true;
-  out += Json::writeString(builder, text);
+  out += orma::rest::wholeText(builder, text);
 }
 
 // The document of a property read. Tens of thousands of names are written in less time than a value
