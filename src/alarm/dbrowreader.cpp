@@ -2,6 +2,7 @@
 
 #include <ace/OS_NS_stdio.h>
 
+#include <memory>
 #include <utility>
 
 #include "filelogs.h"
@@ -15,13 +16,27 @@ namespace {
 constexpr char kSessionName[] = "default";
 constexpr int kServerType7 = 7;
 
+// Appends a row of values, whole or not at all.
+template <class Append>
+void appendRow(std::vector<refl::CValue>& out, Append append) {
+  const std::size_t before = out.size();
+  try {
+    append();
+  } catch (...) {
+    out.resize(before);
+    throw;
+  }
+}
+
 }  // namespace
 
 DbRowReader::DbRowReader(unsigned int setting, dao::CSqlSession* session)
-    : m_pSession(session != nullptr ? session : new dao::CSqlSession(kSessionName)),
-      m_pCursorTable(new dao::CCursorTable),
-      m_ownsSession(session == nullptr),
-      m_setting(setting) {}
+    : m_pSession(session), m_ownsSession(session == nullptr), m_setting(setting) {
+  std::unique_ptr<dao::CSqlSession> own;
+  if (m_ownsSession) own = std::make_unique<dao::CSqlSession>(kSessionName);
+  m_pCursorTable = new dao::CCursorTable;
+  if (m_ownsSession) m_pSession = own.release();
+}
 
 DbRowReader::~DbRowReader() {
   if (m_ownsSession) delete m_pSession;
@@ -88,7 +103,9 @@ int DbRowReader::fetchRowByIndex(std::vector<refl::CValue>& out, unsigned int re
             static_cast<int>(requiredColumns));
     return kUnusable;
   }
-  for (unsigned long i = 0; i < requiredColumns; ++i) out.push_back((*m_pCursorTable)[i]);
+  appendRow(out, [&] {
+    for (unsigned long i = 0; i < requiredColumns; ++i) out.push_back((*m_pCursorTable)[i]);
+  });
   return kRowRead;
 }
 
@@ -96,11 +113,13 @@ int DbRowReader::fetchRowByNames(std::vector<refl::CValue>& out,
                                  const std::vector<std::string>& names) {
   const int result = nextRow(true);
   if (result != kRowRead) return result;
-  for (const std::string& name : names) {
-    refl::CValue value = (*m_pCursorTable)[name];
-    if (value.isEmpty()) DbTrace("error2, can not find colunm:%s, return", name.c_str());
-    out.push_back(std::move(value));
-  }
+  appendRow(out, [&] {
+    for (const std::string& name : names) {
+      refl::CValue value = (*m_pCursorTable)[name];
+      if (value.isEmpty()) DbTrace("error2, can not find colunm:%s, return", name.c_str());
+      out.push_back(std::move(value));
+    }
+  });
   return kRowRead;
 }
 
