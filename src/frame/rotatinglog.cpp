@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <exception>
 #include <string>
 
 #include "emfglobal.h"
@@ -70,15 +71,21 @@ void append(std::FILE* file, const char* text, std::uint64_t& bytes) {
   std::fflush(file);
 }
 
-// Flushed, as _exit leaves the buffers of stdio alone.
-[[noreturn]] void endProcess(const char* writer, const std::string& path) {
+// For a rotation without a file. The report that there is no memory for is left out; the output is
+// flushed, as _exit leaves the buffers of stdio alone.
+[[noreturn]] void endProcess(const char* writer, const std::string& path, int line,
+                             const char* expression) {
+  try {
+    emf::reportAssertion(line, expression);
+  } catch (const std::exception&) {
+  }
   ACE_OS::printf("in [%s] open file %s error, and call exit\n", writer, path.c_str());
   std::fflush(stdout);
   ::_exit(0);
 }
 
 // The prefix is empty unless the variable is set.
-std::string nextAgentLogPath() {
+std::string agentLogPath(int index) {
   char prefix[kPrefixBytes] = "";
   if (char* const value = std::getenv(kPrefixVariable)) {
     OrmaTrim(value);
@@ -86,18 +93,18 @@ std::string nextAgentLogPath() {
       EMF_TRACE(kSourceName, TaDebugWithPara(1, "strncpy_s failed."));
     }
   }
-  return std::string(prefix) + "/log/agent" + std::to_string(agentLogIndex) + ".log";
+  return std::string(prefix) + "/log/agent" + std::to_string(index) + ".log";
 }
 
+// The path comes first: without memory for it the old file stays open, and the next text rotates.
 void rotateAgentLog() {
+  const int index = agentLogIndex < kLastAgentLog ? agentLogIndex + 1 : 0;
+  const std::string path = agentLogPath(index);
   std::fclose(g_fLog);
-  if (++agentLogIndex > kLastAgentLog) agentLogIndex = 0;
+  agentLogIndex = index;
   agentLogBytes = 0;
-  const std::string path = nextAgentLogPath();
   g_fLog = openTruncated(path.c_str());
-  if (g_fLog != nullptr) return;
-  emf::reportAssertion(__LINE__, "g_fLog != 0");
-  endProcess("WriteLog", path);
+  if (g_fLog == nullptr) endProcess("WriteLog", path, __LINE__, "g_fLog != 0");
 }
 
 std::string nextExceptionLogPath() {
@@ -116,13 +123,13 @@ std::string nextExceptionLogPath() {
 }
 
 void rotateExceptionLog() {
+  const std::string path = nextExceptionLogPath();
   std::fclose(g_fExceptionLog);
   exceptionLogBytes = 0;
-  const std::string path = nextExceptionLogPath();
   g_fExceptionLog = openTruncated(path.c_str());
-  if (g_fExceptionLog != nullptr) return;
-  emf::reportAssertion(__LINE__, "g_fExceptionLog != 0");
-  endProcess("WriteException", path);
+  if (g_fExceptionLog == nullptr) {
+    endProcess("WriteException", path, __LINE__, "g_fExceptionLog != 0");
+  }
 }
 
 }  // namespace
