@@ -1,5 +1,6 @@
 #include "submapbufmgr.h"
 
+#include <poll.h>
 #include <time.h>
 
 #include "emfglobal.h"
@@ -16,6 +17,7 @@ constexpr timespec kRefreshInterval = {1800, 0};
 
 constexpr long kThreadFlags = 2;  // THR_NEW_LWP: a thread that wait() joins
 constexpr int kThreadCount = 1;
+constexpr int kRetryMilliseconds = 20;
 constexpr int kNoForce = 0;
 constexpr int kNoGroup = -1;
 
@@ -29,6 +31,22 @@ std::string nextMarker(const Json::Value& response) {
   if (!response.isObject() || response["hasNext"] != Json::Value(true)) return std::string();
   const Json::Value& marker = response["marker"];
   return marker.isConvertibleTo(Json::stringValue) ? marker.asString() : std::string();
+}
+
+// Called in a catch clause, which nothing may leave: a message that there is no memory for is
+// dropped.
+void traceRefreshFailure() noexcept {
+  try {
+    try {
+      throw;
+    } catch (const ProcessException& failure) {
+      EMF_TRACE(kSourceName,
+                TaTrace("SubmapBufMgr::svc Catch processException,errCode = %d", failure.errCode));
+    } catch (...) {
+      EMF_TRACE(kSourceName, TaTrace("SubmapBufMgr::svc Catch unknown exception"));
+    }
+  } catch (...) {
+  }
 }
 
 void moveObjects(Json::Value& response, std::vector<Json::Value>& objects) {
@@ -69,12 +87,23 @@ void SubmapBufMgr::InitBuf() {
 
 int SubmapBufMgr::Stop() {
   assign(m_bStop, true);
-  return wait();
+  return awaitThread();
+}
+
+// ACE needs memory for its list of whom to wait for. While there is none, the thread still uses
+// this object, which is deleted next.
+int SubmapBufMgr::awaitThread() {
+  int result = wait();
+  while (result == -1 && thr_count() > 0) {
+    ::poll(nullptr, 0, kRetryMilliseconds);
+    result = wait();
+  }
+  return result;
 }
 
 void SubmapBufMgr::ClearBuf() {
   assign(m_bStop, true);
-  wait();
+  awaitThread();
   emf::WriteGuard guard(m_rwLock);
   m_devSubnetLink.clear();
   m_subnetLink.clear();
@@ -86,18 +115,16 @@ int SubmapBufMgr::svc() {
   while (!isSet(m_bStop)) {
     try {
       if (!isSet(m_bRefreshed)) {
+        assign(m_bRefreshed, true);  // also if the message cannot be written: the next round sleeps
         EMF_TRACE(kSourceName,
                   TaTrace("SubmapBufMgr::svc Device to Submap buffer refresh the first time."));
       } else {
         nanosleep(&kRefreshInterval, nullptr);
+        assign(m_bRefreshed, true);
       }
-      assign(m_bRefreshed, true);
       QuerySubnetAndNodesInfo();
-    } catch (const ProcessException& failure) {
-      EMF_TRACE(kSourceName,
-                TaTrace("SubmapBufMgr::svc Catch processException,errCode = %d", failure.errCode));
     } catch (...) {
-      EMF_TRACE(kSourceName, TaTrace("SubmapBufMgr::svc Catch unknown exception"));
+      traceRefreshFailure();
     }
   }
   return 0;

@@ -80,6 +80,9 @@ class SubmapBufMgr : public ACE_Task_Base {
   SubmapBufMgr() = default;
   ~SubmapBufMgr() override = default;
 
+  // What wait gives; returns when no thread runs.
+  int awaitThread();
+
   std::map<unsigned long, std::string> m_devSubnetLink;  // device number to link
   std::map<std::string, std::string> m_subnetLink;       // "S" and the object id to link
   ACE_RW_Mutex m_rwLock;                                 // guards both maps

@@ -70,6 +70,22 @@ class RecordTraces : public JsonTraces {
   }
 };
 
+// Called in a catch clause, which nothing may leave: a message that there is no memory for is
+// dropped.
+void traceRefreshFailure() noexcept {
+  try {
+    try {
+      throw;
+    } catch (const ProcessException& failure) {
+      EMF_TRACE(kSourceName,
+                TaTrace("QuerySubnetAndNodesInfo processException,errCode = %d", failure.errCode));
+    } catch (...) {
+      EMF_TRACE(kSourceName, TaTrace("QuerySubnetAndNodesInfo Catch unknown exception"));
+    }
+  } catch (...) {
+  }
+}
+
 Nimbola::RestReq nodeRequest(std::initializer_list<std::string> classes) {
   Json::Value names(Json::arrayValue);
   for (const std::string& name : classes) names.append(name);
@@ -94,13 +110,9 @@ void SubmapBufMgr::QuerySubnetAndNodesInfo() {
     // No other thread changes the maps.
     emf::tellCacheFilled("subnets", m_subnetLink.size());
     emf::tellCacheFilled("subnet_names", m_devSubnetLink.size());
-  } catch (const ProcessException& failure) {
-    call.fail();
-    EMF_TRACE(kSourceName,
-              TaTrace("QuerySubnetAndNodesInfo processException,errCode = %d", failure.errCode));
   } catch (...) {
     call.fail();
-    EMF_TRACE(kSourceName, TaTrace("QuerySubnetAndNodesInfo Catch unknown exception"));
+    traceRefreshFailure();
   }
 }
 

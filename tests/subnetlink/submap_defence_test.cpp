@@ -1,7 +1,10 @@
-// What the thread's own catch clauses are for: an exception out of a refresh, here out of the
-// trace call that reports the first one.
+// What the thread's own catch clauses are for: an exception that none below them caught, here out
+// of a trace call. And what becomes of one out of the trace call that reports another.
+#include <algorithm>
 #include <cstdarg>
 #include <cstring>
+#include <string>
+#include <vector>
 
 #include "orma/log/trace.h"
 #include "printf_text.h"
@@ -10,8 +13,16 @@
 
 namespace {
 
-enum class Thrown { kNothing, kProcessException, kOther };
-Thrown thrown = Thrown::kNothing;  // written while the task sleeps
+enum class Thrown { kProcessException, kOther };
+Thrown thrown = Thrown::kOther;
+// Traces that begin like this throw; written while the task sleeps.
+std::vector<std::string> throwing;
+
+bool isThrowing(const char* format) {
+  return std::any_of(throwing.begin(), throwing.end(), [format](const std::string& start) {
+    return std::strncmp(format, start.c_str(), start.size()) == 0;
+  });
+}
 
 }  // namespace
 
@@ -21,13 +32,11 @@ extern "C" void __wrap__ZN8NS_CORBA7TaTraceEPKcz(const char* format, ...)
     __attribute__((format(printf, 1, 2)));
 
 extern "C" void __wrap__ZN8NS_CORBA7TaTraceEPKcz(const char* format, ...) {
-  if (std::strncmp(format, "QuerySubnetAndNodesInfo", 23) == 0) {
+  if (isThrowing(format)) {
     if (thrown == Thrown::kOther) throw 5;
-    if (thrown == Thrown::kProcessException) {
-      ProcessException failure;
-      failure.errCode = 0x411800BA;
-      throw failure;
-    }
+    ProcessException failure;
+    failure.errCode = 0x411800BA;
+    throw failure;
   }
   va_list arguments;
   va_start(arguments, format);
@@ -39,18 +48,21 @@ extern "C" void __wrap__ZN8NS_CORBA7TaTraceEPKcz(const char* format, ...) {
 namespace emf::test {
 namespace {
 
+constexpr char kInRefresh[] = "QuerySubnetAndNodesInfo Catch";
+constexpr char kInThread[] = "SubmapBufMgr::svc Catch";
+
 class SubmapDefence : public TaskTest {
  protected:
-  // The task's next refresh ends that way.
-  void refreshThrows(Thrown what) {
+  // The task starts with these traces throwing, and sleeps.
+  void startThrowing(const std::vector<std::string>& traces, Thrown what) {
+    throwing = traces;
     thrown = what;
-    service.onRequest([] { throw 7; });
     buffer().InitBuf();
     sleepGate().awaitSleeps(1);
   }
 
   void expectTheThreadGoesOn() {
-    thrown = Thrown::kNothing;
+    throwing.clear();
     service.onRequest(nullptr);
     sleepGate().wake();
     sleepGate().awaitSleeps(2);
@@ -60,14 +72,26 @@ class SubmapDefence : public TaskTest {
 };
 
 TEST_F(SubmapDefence, ProcessExceptionIsTracedAndTheThreadGoesOn) {
-  refreshThrows(Thrown::kProcessException);
+  startThrowing({kFirstTime}, Thrown::kProcessException);
   EXPECT_EQ(traced("SubmapBufMgr::svc Catch processException,errCode = 1092092090"), 1);
   expectTheThreadGoesOn();
 }
 
 TEST_F(SubmapDefence, AnythingElseIsTracedAndTheThreadGoesOn) {
-  refreshThrows(Thrown::kOther);
+  startThrowing({kFirstTime}, Thrown::kOther);
   EXPECT_EQ(traced("SubmapBufMgr::svc Catch unknown exception"), 1);
+  expectTheThreadGoesOn();
+}
+
+TEST_F(SubmapDefence, ReportThatThrowsDoesNotLeaveTheThread) {
+  startThrowing({kFirstTime, kInThread}, Thrown::kOther);
+  expectTheThreadGoesOn();
+}
+
+TEST_F(SubmapDefence, ReportThatThrowsDoesNotLeaveTheRefresh) {
+  service.onRequest([] { throw 7; });
+  startThrowing({kInRefresh}, Thrown::kOther);
+  EXPECT_EQ(traced("SubmapBufMgr::svc Catch unknown exception"), 0);
   expectTheThreadGoesOn();
 }
 
