@@ -82,10 +82,11 @@ std::int64_t EMFResMgrI::getAccessNETypeList(std::map<int, std::string>& types) 
   if (root.empty()) return 0;
   const emf::InputFile file = openFile(configurationFile(root));
   if (!file) return 0;
-  types.clear();
+  std::map<int, std::string> found;
   for (const int type : accessTypes(file.get())) {
     const bool shifted = type >= 1 && type <= kLastShiftedType;
-    types.emplace(shifted ? type + kTypeShift : type, kKey);
+    found.emplace(shifted ? type + kTypeShift : type, kKey);
   }
+  types.swap(found);
   return 0;
 }

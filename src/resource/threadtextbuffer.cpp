@@ -11,7 +11,7 @@ ThreadTextBuffer& ThreadTextBuffer::forThisThread() {
   return buffer;
 }
 
-ThreadTextBuffer::ThreadTextBuffer() {
+void ThreadTextBuffer::map() {
   void* mapping = ::mmap(nullptr, kBytes, PROT_READ | PROT_WRITE,
                          MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
   if (mapping == MAP_FAILED) return;
@@ -25,6 +25,7 @@ ThreadTextBuffer::~ThreadTextBuffer() {
 }
 
 char* ThreadTextBuffer::cleared() {
+  if (bytes_ == nullptr) map();
   if (bytes_ != nullptr) std::memset(bytes_, 0, usedBytes_);
   usedBytes_ = 0;
   return bytes_;

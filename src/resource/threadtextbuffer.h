@@ -1,7 +1,8 @@
 // A text buffer of 0x7FFFFFFF bytes for the calling thread.
 //
 // The buffer is address space, not memory: one anonymous mapping without reserve, made at the
-// thread's first use and released when the thread ends. Only pages that are written cost anything.
+// thread's first use, or at a later one if there was no address space then, and released when the
+// thread ends. Only pages that are written cost anything.
 #pragma once
 
 #include <cstddef>
@@ -22,10 +23,12 @@ class ThreadTextBuffer {
   void wrote(std::size_t bytes) { usedBytes_ = bytes; }
 
  private:
-  ThreadTextBuffer();
+  ThreadTextBuffer() = default;
   ThreadTextBuffer(const ThreadTextBuffer&) = delete;
   ThreadTextBuffer& operator=(const ThreadTextBuffer&) = delete;
   ~ThreadTextBuffer();
+
+  void map();
 
   char* bytes_ = nullptr;
   std::size_t usedBytes_ = 0;

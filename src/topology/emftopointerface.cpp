@@ -74,12 +74,12 @@ std::int64_t EMFTopoI::getDevice(long id, Device& out) {
     return call.result(kReadFailed);
   }
   if (records.size() != 1) return call.result(kNoSuchDevice);
-  const stDevProperty& record = records.front();
+  stDevProperty& record = records.front();
   out.id = record.devId;
   out.mainType = record.devType;
   out.subType = record.subType;
-  out.ipAddress = record.ipAddress;
-  out.name = record.devName;
+  out.ipAddress = std::move(record.ipAddress);
+  out.name = std::move(record.devName);
   return kSuccess;
 }
 
@@ -95,8 +95,9 @@ std::int64_t EMFTopoI::getLocationOfDev(long id, std::string& out) {
   if (engine().GetDevLocationByDevID(static_cast<unsigned int>(id), parts) == -1) {
     return call.result(kNoSuchDevice);
   }
-  out.clear();
-  for (const std::string& part : parts) out.append(part).append(kPartEnd);
+  std::string location;
+  for (const std::string& part : parts) location.append(part).append(kPartEnd);
+  out = std::move(location);
   return kSuccess;
 }
 
