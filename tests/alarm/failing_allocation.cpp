@@ -1,16 +1,27 @@
 #include "failing_allocation.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
 namespace {
 
-long inUse = 0;
-long untilFailure = 0;
-bool failed = false;
+std::atomic<long> inUse{0};
+thread_local long firstFailure = 0;
+thread_local bool failsOn = false;
+thread_local long tried = 0;
+thread_local bool failed = false;
+
+thread_local int shelters = 0;
+
+bool isToFail() {
+  if (shelters > 0) return false;
+  ++tried;
+  return firstFailure > 0 && (failsOn ? tried >= firstFailure : tried == firstFailure);
+}
 
 void* allocate(std::size_t size) {
-  if (untilFailure > 0 && --untilFailure == 0) {
+  if (isToFail()) {
     failed = true;
     throw std::bad_alloc();
   }
@@ -41,12 +52,19 @@ namespace emf::test {
 
 long allocationsInUse() { return inUse; }
 
-void failAllocation(long number) {
-  untilFailure = number;
+void failAllocation(long number, bool andAllBehind) {
+  firstFailure = number;
+  failsOn = andAllBehind;
+  tried = 0;
   failed = false;
 }
 
 bool allocationFailed() { return failed; }
+
+long allocationsTried() { return tried; }
+
+Sheltered::Sheltered() { ++shelters; }
+Sheltered::~Sheltered() { --shelters; }
 
 }  // namespace emf::test
 

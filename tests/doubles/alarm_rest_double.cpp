@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "orma/rest/nbi_http_proxy.h"
+#include "outage.h"
 #include "platform.h"
 
 namespace emf::doubles {
@@ -26,6 +27,7 @@ void AlarmRestDouble::reset() {
 bool AlarmRestDouble::query(const char* operation, const std::string& body, Json::Value& answer) {
   platform().journal.note(std::string("alarm query: ") + operation);
   const AlarmQuery asked = {operation, body, answer};
+  if (const auto failed = exchangeOutage("alarm query", answer)) return *failed;
   Responder responder;
   {
     std::lock_guard lock(mutex_);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "orma/bundle/config_items.h"
+#include "outage.h"
 #include "platform.h"
 #include "printf_text.h"
 
@@ -218,6 +219,7 @@ bool ConfigDouble::readItem(const std::string& name, int& value) {
   platform().journal.note("config: " + name);
   std::lock_guard lock(mutex_);
   questions_.push_back(name);
+  if (outage("configuration item", 1) == 0) return false;
   const auto item = items_.find(name);
   if (item == items_.end()) return false;
   value = item->second;
@@ -225,11 +227,13 @@ bool ConfigDouble::readItem(const std::string& name, int& value) {
 }
 
 std::string ConfigDouble::environment() const {
+  if (outage("environment", 1) == 0) return std::string();
   std::lock_guard lock(mutex_);
   return environment_;
 }
 
 std::string ConfigDouble::rootPath() const {
+  if (outage("root path", 1) == 0) return std::string();
   std::lock_guard lock(mutex_);
   return rootPath_;
 }

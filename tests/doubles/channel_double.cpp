@@ -1,9 +1,12 @@
 #include "channel_double.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
+#include "orma/asn1/csm_exception.h"
 #include "orma/channel/asn_phy_cmd.h"
+#include "outage.h"
 #include "platform.h"
 
 namespace emf::doubles {
@@ -115,6 +118,7 @@ void ChannelDouble::note(const char* call) {
 
 void ChannelDouble::construct(CommandSettings settings, const AsnType& body) {
   note("CAsnPhyCmd");
+  if (outage("command", 1) == 0) throw std::bad_alloc();
   std::lock_guard lock(mutex_);
   settings.body = encoded(body, tagging_);
   request_ = &body;
@@ -123,6 +127,7 @@ void ChannelDouble::construct(CommandSettings settings, const AsnType& body) {
 
 bool ChannelDouble::send() {
   note("Send");
+  if (outage("send", 1) == 0) return false;
   std::unique_lock lock(mutex_);
   const Hook hook = duringSend_;
   const bool result = sendGives_;
@@ -133,6 +138,11 @@ bool ChannelDouble::send() {
 
 bool ChannelDouble::receive(unsigned long& errorCode, AsnType& reply) {
   note("Receive");
+  const int way = outage("receive", 3);
+  if (way == 0) errorCode = kOutageCode;
+  if (way == 1) errorCode = 0;
+  if (way == 2) throw new CSM_Exception(1, 1, "", "outage", "no frame", nullptr);
+  if (way != kGoesWell) return false;
   Step step{false, 0, nullptr};
   {
     std::lock_guard lock(mutex_);
@@ -147,8 +157,12 @@ bool ChannelDouble::receive(unsigned long& errorCode, AsnType& reply) {
   return step.arrives;
 }
 
+// From a destructor: a call that there is no memory to note is not noted.
 void ChannelDouble::destroy() {
-  note("Destroy");
+  try {
+    note("Destroy");
+  } catch (const std::bad_alloc&) {
+  }
   std::unique_lock lock(mutex_);
   const auto hook = duringDestroy_;
   const AsnType* request = request_;

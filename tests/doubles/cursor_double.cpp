@@ -1,10 +1,12 @@
 #include "cursor_double.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "orma/dao/cursor_table.h"
 #include "orma/dao/sql_session.h"
+#include "outage.h"
 #include "platform.h"
 
 namespace emf::doubles {
@@ -52,10 +54,21 @@ void CursorDouble::note(const std::string& call) {
   calls_.push_back(call);
 }
 
+// From a destructor: a call that there is no memory to note is not noted.
+void CursorDouble::noteEnd(const char* call, const std::string& name) noexcept {
+  try {
+    note(call + name);
+  } catch (const std::bad_alloc&) {
+  }
+}
+
 CursorDouble::Script CursorDouble::open(const std::string& statement, const Row& parameters) {
   std::lock_guard lock(mutex_);
   calls_.push_back("open " + statement);
   parameters_.push_back(parameters);
+  const int way = outage("statement", 2);
+  if (way == 0) return {{}, {}, {dao::kExecStatementFailed, "outage"}, {}};
+  if (way == 1) throw std::bad_alloc();
   if (scripts_.empty()) return {};
   Script script = std::move(scripts_.front());
   scripts_.pop_front();
@@ -65,6 +78,7 @@ CursorDouble::Script CursorDouble::open(const std::string& statement, const Row&
 int CursorDouble::serverType() {
   std::lock_guard lock(mutex_);
   calls_.emplace_back("server type");
+  if (outage("server type", 1) == 0) return dao::kDbServerNone;
   return serverType_;
 }
 
@@ -96,11 +110,11 @@ CSqlSession::CSqlSession() : CSqlSession(nullptr) {}
 CSqlSession::CSqlSession(const char* name) : name_(name != nullptr ? name : "default") {
   platform().cursors.note("session " + name_);
 }
-CSqlSession::~CSqlSession() { platform().cursors.note("session gone " + name_); }
+CSqlSession::~CSqlSession() { platform().cursors.noteEnd("session gone ", name_); }
 int CSqlSession::GetDBServerType() const { return platform().cursors.serverType(); }
 
 CCursorTable::CCursorTable() { platform().cursors.note("cursor"); }
-CCursorTable::~CCursorTable() { platform().cursors.note("cursor gone"); }
+CCursorTable::~CCursorTable() { platform().cursors.noteEnd("cursor gone"); }
 
 CExecStatus CCursorTable::Open(CSqlSession&, const std::string& statement,
                                const std::vector<refl::CValue>& parameters) {
@@ -113,6 +127,10 @@ CExecStatus CCursorTable::Open(CSqlSession&, const std::string& statement,
 bool CCursorTable::FetchNextRow() {
   platform().cursors.note("fetch");
   if (!statement_) return false;
+  const int way = emf::doubles::outage("row", 2);
+  if (way == 0) status_ = {kExecConnectionLost, "outage"};
+  if (way == 1) throw std::bad_alloc();
+  if (way == 0) return false;
   if (statement_->next()) return true;
   status_ = statement_->ended();
   return false;

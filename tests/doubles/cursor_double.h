@@ -47,6 +47,7 @@ class CursorDouble {
   void reset();
 
   void note(const std::string& call);
+  void noteEnd(const char* call, const std::string& name = std::string()) noexcept;
   Script open(const std::string& statement, const Row& parameters);
   int serverType();
 

@@ -1,7 +1,9 @@
 #include "database_double.h"
 
+#include <new>
 #include <utility>
 
+#include "outage.h"
 #include "platform.h"
 
 namespace emf::doubles {
@@ -69,6 +71,13 @@ void DatabaseDouble::record(std::string call) {
   calls_.push_back(std::move(call));
 }
 
+// Fails with -1, and leaves the output as it is, or for want of memory.
+bool DatabaseDouble::readFails() {
+  const int way = outage("database read", 2);
+  if (way == 1) throw std::bad_alloc();
+  return way == 0;
+}
+
 void DatabaseDouble::noteInstance(const std::string& module) {
   std::lock_guard lock(mutex_);
   exists_ = true;
@@ -87,6 +96,7 @@ int DatabaseDouble::readProperties(const std::list<unsigned int>& ids,
   std::string call = "GetDevProperty";
   for (const unsigned int id : ids) call += " " + std::to_string(id);
   record(std::move(call));
+  if (readFails()) return -1;
   out.insert(out.end(), properties_.begin(), properties_.end());
   return fails_ ? -1 : propertiesResult_;
 }
@@ -94,6 +104,7 @@ int DatabaseDouble::readProperties(const std::list<unsigned int>& ids,
 int DatabaseDouble::readVersionName(unsigned int id, std::string& out) {
   std::lock_guard lock(mutex_);
   record("GetDevVersionName " + std::to_string(id));
+  if (readFails()) return -1;
   out = versionName_;
   return fails_ ? -1 : versionNameResult_;
 }
@@ -101,6 +112,7 @@ int DatabaseDouble::readVersionName(unsigned int id, std::string& out) {
 int DatabaseDouble::readLocation(unsigned int id, std::list<std::string>& out) {
   std::lock_guard lock(mutex_);
   record("GetDevLocationByDevID " + std::to_string(id));
+  if (readFails()) return -1;
   out.insert(out.end(), location_.begin(), location_.end());
   return fails_ ? -1 : locationResult_;
 }
@@ -113,6 +125,7 @@ int DatabaseDouble::readResources(const std::list<int>& iids, const std::list<in
   call += " /";
   for (const int attribute : attributes) call += " " + std::to_string(attribute);
   record(call + " / " + std::to_string(flag));
+  if (readFails()) return -1;
   out.insert(resources_.begin(), resources_.end());
   return fails_ ? -1 : resourcesResult_;
 }
@@ -121,6 +134,7 @@ int DatabaseDouble::readNodes(_ETopoQueryMode mode, const std::string& key,
                               std::list<NodeStruct>& out) {
   std::lock_guard lock(mutex_);
   record("GetBaseNode " + std::to_string(mode) + " " + key);
+  if (readFails()) return -1;
   out.insert(out.end(), nodes_.begin(), nodes_.end());
   return fails_ ? -1 : nodesResult_;
 }

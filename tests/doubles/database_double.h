@@ -45,6 +45,7 @@ class DatabaseDouble {
 
  private:
   void record(std::string call);
+  bool readFails();
 
   mutable std::mutex mutex_;
   bool fails_ = false;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "orma/rest/nbi_http_proxy.h"
+#include "outage.h"
 #include "platform.h"
 
 namespace emf::doubles {
@@ -33,6 +34,7 @@ void ResourceRestDouble::reset() {
 bool ResourceRestDouble::query(ResourceQuery query, Json::Value& answer) {
   platform().journal.note("resource query: " + query.operation);
   query.answerBefore = answer;
+  if (const auto failed = exchangeOutage("resource query", answer)) return *failed;
   Responder responder;
   {
     std::lock_guard lock(mutex_);

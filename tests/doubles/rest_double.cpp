@@ -4,11 +4,13 @@
 #include <json/writer.h>
 
 #include <memory>
+#include <new>
 #include <stdexcept>
 #include <utility>
 
 #include "orma/rest/nbi_http_proxy.h"
 #include "orma/rest/rest_client.h"
+#include "outage.h"
 #include "platform.h"
 
 namespace emf::doubles {
@@ -148,6 +150,7 @@ Nimbola::RestReq RestDouble::make() const {
 
 bool RestDouble::send(const Nimbola::RestReq& request, Json::Value& response) {
   platform().journal.note("send: " + request.url);
+  if (const auto failed = exchangeOutage("REST request", response)) return *failed;
   Responder responder;
   {
     std::lock_guard lock(mutex_);
@@ -174,6 +177,9 @@ Json::Value RestDouble::toPostData(const Json::Value& document) {
 
 bool RestDouble::readDevices(std::vector<Json::Value>& out) {
   platform().journal.note("devices");
+  const int way = outage("device listing", 2);
+  if (way == 0) return false;
+  if (way == 1) throw std::bad_alloc();
   Hook hook;
   {
     std::lock_guard lock(mutex_);
@@ -188,6 +194,7 @@ bool RestDouble::readDevices(std::vector<Json::Value>& out) {
 
 bool RestDouble::topoView(const TopoViewQuery& query, Json::Value& response) {
   platform().journal.note("topoview: " + query.marker);
+  if (const auto failed = exchangeOutage("topology view", response)) return *failed;
   std::lock_guard lock(mutex_);
   topoViewQueries_.push_back(query);
   response = Json::Value();

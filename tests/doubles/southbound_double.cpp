@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "outage.h"
 #include "platform.h"
 
 namespace emf::doubles {
@@ -14,6 +15,13 @@ Script takeScript(std::deque<Script>& next, const Script& standing) {
   Script script = std::move(next.front());
   next.pop_front();
   return script;
+}
+
+// Out of reach, with the code of that, or failing in a way that has none.
+void failIfOut(const char* kind) {
+  const int way = outage(kind, 2);
+  if (way == 0) failsWith(kOutageCode).raise();
+  if (way == 1) failsOtherwise().raise();
 }
 
 }  // namespace
@@ -90,6 +98,7 @@ void SouthboundDouble::reset() {
 
 void SouthboundDouble::getLinkIds(LinkIdCall call, UniResIds& out) {
   platform().journal.note("link ids");
+  failIfOut("link ids");
   LinkIdScript script;
   {
     std::lock_guard lock(mutex_);
@@ -101,6 +110,7 @@ void SouthboundDouble::getLinkIds(LinkIdCall call, UniResIds& out) {
 
 void SouthboundDouble::getLinkInfos(LinkInfoCall call, std::vector<TELinkInfo>& out) {
   platform().journal.note("link infos: " + std::to_string(call.ids.size()));
+  failIfOut("link infos");
   const UniResIds ids = call.ids;
   LinkInfoScript script;
   {
@@ -115,6 +125,7 @@ void SouthboundDouble::getPortStatus(PortStatusCall call, TEErrInfoReturn& error
                                      std::vector<TEPortOAMStatus>& out) {
   const UniResIds ids = call.ids;
   platform().journal.note("port status: " + (ids.empty() ? "" : ids.front().uniResId));
+  failIfOut("port status");
   PortStatusScript script;
   {
     std::lock_guard lock(mutex_);

@@ -63,6 +63,9 @@ struct Failure {
 inline Failure failsWith(int code) { return {code, true}; }
 inline Failure failsOtherwise() { return {0, false}; }
 
+// The code of a call that is made to fail on demand (outage.h).
+constexpr int kOutageCode = 6105;
+
 class SouthboundDouble {
  public:
   using LinkIdScript = std::function<void(UniResIds& out)>;

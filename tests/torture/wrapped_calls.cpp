@@ -1,0 +1,134 @@
+// Functions of the system and of ACE, wrapped by the linker, that fail on demand (outage.h).
+#include <ace/DLL.h>
+#include <dirent.h>
+#include <fcntl.h>
+#include <pthread.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+
+#include "failing_allocation.h"
+#include "outage.h"
+#include "sleeps.h"
+
+namespace {
+
+// Whether this call is the one that is to fail; errno is set then.
+bool fails(const char* kind, int error) {
+  if (emf::doubles::outage(kind, 1) == emf::doubles::kGoesWell) return false;
+  errno = error;
+  return true;
+}
+
+}  // namespace
+
+extern "C" {
+
+int __real__ZN6ACE_OS10mutex_lockEP15pthread_mutex_t(pthread_mutex_t* mutex);
+int __wrap__ZN6ACE_OS10mutex_lockEP15pthread_mutex_t(pthread_mutex_t* mutex) {
+  return fails("mutex", EINVAL) ? -1 : __real__ZN6ACE_OS10mutex_lockEP15pthread_mutex_t(mutex);
+}
+
+int __real_pthread_rwlock_rdlock(pthread_rwlock_t* lock);
+int __wrap_pthread_rwlock_rdlock(pthread_rwlock_t* lock) {
+  return fails("read lock", EINVAL) ? EINVAL : __real_pthread_rwlock_rdlock(lock);
+}
+
+int __real_pthread_rwlock_wrlock(pthread_rwlock_t* lock);
+int __wrap_pthread_rwlock_wrlock(pthread_rwlock_t* lock) {
+  return fails("write lock", EINVAL) ? EINVAL : __real_pthread_rwlock_wrlock(lock);
+}
+
+std::FILE* __real_fopen(const char* path, const char* mode);
+std::FILE* __wrap_fopen(const char* path, const char* mode) {
+  return fails("file", EACCES) ? nullptr : __real_fopen(path, mode);
+}
+
+std::FILE* __real_fdopen(int descriptor, const char* mode);
+std::FILE* __wrap_fdopen(int descriptor, const char* mode) {
+  return fails("stream", ENOMEM) ? nullptr : __real_fdopen(descriptor, mode);
+}
+
+std::size_t __real_fwrite(const void* bytes, std::size_t size, std::size_t count, std::FILE* file);
+std::size_t __wrap_fwrite(const void* bytes, std::size_t size, std::size_t count, std::FILE* file) {
+  return fails("writing", ENOSPC) ? 0 : __real_fwrite(bytes, size, count, file);
+}
+
+int __real_open(const char* path, int flags, ...);
+int __wrap_open(const char* path, int flags, ...) {
+  // Nothing here makes files in this way.
+  return fails("descriptor", EMFILE) ? -1 : __real_open(path, flags);
+}
+
+int __real_fstat(int descriptor, struct stat* status);
+int __wrap_fstat(int descriptor, struct stat* status) {
+  return fails("file status", EIO) ? -1 : __real_fstat(descriptor, status);
+}
+
+char* __real_realpath(const char* path, char* resolved);
+char* __wrap_realpath(const char* path, char* resolved) {
+  if (!fails("path", ENOENT)) return __real_realpath(path, resolved);
+  resolved[0] = '\0';
+  return nullptr;
+}
+
+DIR* __real_opendir(const char* path);
+DIR* __wrap_opendir(const char* path) {
+  return fails("directory", EMFILE) ? nullptr : __real_opendir(path);
+}
+
+dirent* __real_readdir(DIR* directory);
+dirent* __wrap_readdir(DIR* directory) {
+  return fails("directory entry", EIO) ? nullptr : __real_readdir(directory);
+}
+
+int __real_vsnprintf_s(char* dest, std::size_t destMax, std::size_t count, const char* format,
+                       va_list arguments) __attribute__((format(printf, 4, 0)));
+int __wrap_vsnprintf_s(char* dest, std::size_t destMax, std::size_t count, const char* format,
+                       va_list arguments) __attribute__((format(printf, 4, 0)));
+int __wrap_vsnprintf_s(char* dest, std::size_t destMax, std::size_t count, const char* format,
+                       va_list arguments) {
+  if (!fails("formatting a list", EINVAL)) {
+    return __real_vsnprintf_s(dest, destMax, count, format, arguments);
+  }
+  dest[0] = '\0';
+  return -1;
+}
+
+void* __real_mmap(void* address, std::size_t size, int protection, int flags, int file, off_t at);
+void* __wrap_mmap(void* address, std::size_t size, int protection, int flags, int file, off_t at) {
+  return fails("mapping", ENOMEM) ? MAP_FAILED
+                                  : __real_mmap(address, size, protection, flags, file, at);
+}
+
+// ACE's loading of libraries: it is led to the product that the tests have, and has all the memory
+// that it wants, as it leaves a table behind that it falls over itself when it lacks any.
+int __real__ZN7ACE_DLL4openEPKcib(ACE_DLL* self, const char* name, int mode, bool close);
+int __wrap__ZN7ACE_DLL4openEPKcib(ACE_DLL* self, const char*, int mode, bool close) {
+  if (fails("library", ENOENT)) return -1;
+  const emf::test::Sheltered shelter;
+  return __real__ZN7ACE_DLL4openEPKcib(self, EMF_TORTURED_PRODUCT, mode, close);
+}
+
+void* __real__ZN7ACE_DLL6symbolEPKci(ACE_DLL* self, const char* name, int ignoreErrors);
+void* __wrap__ZN7ACE_DLL6symbolEPKci(ACE_DLL* self, const char* name, int ignoreErrors) {
+  if (fails("symbol", ENOENT)) return nullptr;
+  const emf::test::Sheltered shelter;
+  return __real__ZN7ACE_DLL6symbolEPKci(self, name, ignoreErrors);
+}
+
+int __real__ZN7ACE_DLL5closeEv(ACE_DLL* self);
+int __wrap__ZN7ACE_DLL5closeEv(ACE_DLL* self) {
+  const emf::test::Sheltered shelter;
+  return __real__ZN7ACE_DLL5closeEv(self);
+}
+
+int __wrap_nanosleep(const timespec*, timespec*) {
+  emf::torture::sleepInstead();
+  return 0;
+}
+}
