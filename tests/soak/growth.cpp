@@ -14,6 +14,8 @@ namespace {
 using Seconds = std::chrono::duration<double>;
 
 constexpr Seconds kWindow{60};
+// A machine with other work gives fewer in a minute; then nothing is judged.
+constexpr std::size_t kFewestSamples = 3;
 constexpr double kMostGrowthPercent = 1.0;
 constexpr double kMiB = 1024.0 * 1024.0;
 
@@ -98,7 +100,7 @@ bool Growth::reportMost(std::FILE* out, const char* name, const Windows& windows
 bool Growth::report(std::FILE* out) const {
   const Windows windows = this->windows();
   const auto warm = static_cast<long long>(options_.warmUp.count());
-  if (windows.first.empty() || windows.last.empty()) {
+  if (windows.first.size() < kFewestSamples || windows.last.size() < kFewestSamples) {
     std::fprintf(out, "growth: too short to be judged, %zu samples; that takes %lld s\n",
                  samples_.size(), warm + 120);
     return true;
@@ -112,8 +114,8 @@ bool Growth::report(std::FILE* out) const {
                "more\n",
                windows.first.size(), warm, warm + 60, windows.last.size(), kMostGrowthPercent,
                warm + 60);
-  bool well = reportMedian(out, "process: allocated (mallinfo2)", windows,
-                           [](const Sample& sample) { return sample.heap; });
+  bool well = reportMedian(out, "process: allocated (mallinfo2), without SQLite's", windows,
+                           [](const Sample& sample) { return sample.heap - sample.database; });
   well &= reportMedian(out, "process: resident, behind malloc_trim", windows,
                        [](const Sample& sample) { return sample.process.residentBytes; });
   well &= reportMost(out, "process: threads", windows,
@@ -130,6 +132,8 @@ bool Growth::report(std::FILE* out) const {
       out, "  not judged: process resident before malloc_trim, most: %.2f MiB\n",
       static_cast<double>(mostOf(samples_, [](const Sample& sample) { return sample.untrimmed; })) /
           kMiB);
+  std::fprintf(out, "  not judged: SQLite's page caches, at most 2 MB a session: %.2f MiB\n",
+               medianOf(windows.last, [](const Sample& sample) { return sample.database; }) / kMiB);
   return well;
 }
 
