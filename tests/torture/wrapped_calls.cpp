@@ -10,12 +10,25 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 #include "failing_allocation.h"
+#include "orma/bundle/interface_slot.h"
 #include "outage.h"
 #include "sleeps.h"
 
 namespace {
+
+// In the platform's table of interface slots, whose lock is none of the plug-in's and which the
+// standard library does not expect to fail.
+thread_local bool isAmongSlots = false;
+
+struct AmongSlots {
+  AmongSlots() { isAmongSlots = true; }
+  AmongSlots(const AmongSlots&) = delete;
+  AmongSlots& operator=(const AmongSlots&) = delete;
+  ~AmongSlots() { isAmongSlots = false; }
+};
 
 // Whether this call is the one that is to fail; errno is set then.
 bool fails(const char* kind, int error) {
@@ -35,12 +48,25 @@ int __wrap__ZN6ACE_OS10mutex_lockEP15pthread_mutex_t(pthread_mutex_t* mutex) {
 
 int __real_pthread_rwlock_rdlock(pthread_rwlock_t* lock);
 int __wrap_pthread_rwlock_rdlock(pthread_rwlock_t* lock) {
-  return fails("read lock", EINVAL) ? EINVAL : __real_pthread_rwlock_rdlock(lock);
+  const bool failing = !isAmongSlots && fails("read lock", EINVAL);
+  return failing ? EINVAL : __real_pthread_rwlock_rdlock(lock);
 }
 
 int __real_pthread_rwlock_wrlock(pthread_rwlock_t* lock);
 int __wrap_pthread_rwlock_wrlock(pthread_rwlock_t* lock) {
-  return fails("write lock", EINVAL) ? EINVAL : __real_pthread_rwlock_wrlock(lock);
+  const bool failing = !isAmongSlots && fails("write lock", EINVAL);
+  return failing ? EINVAL : __real_pthread_rwlock_wrlock(lock);
+}
+
+NS_BUNDLEMGR1::InterfaceSlot*
+__real__ZN13NS_BUNDLEMGR110CheckIFBufERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE(
+    const std::string& name);
+NS_BUNDLEMGR1::InterfaceSlot*
+__wrap__ZN13NS_BUNDLEMGR110CheckIFBufERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE(
+    const std::string& name) {
+  const AmongSlots guard;
+  return __real__ZN13NS_BUNDLEMGR110CheckIFBufERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE(
+      name);
 }
 
 std::FILE* __real_fopen(const char* path, const char* mode);
