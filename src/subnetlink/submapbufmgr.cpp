@@ -3,9 +3,9 @@
 #include <poll.h>
 #include <time.h>
 
+#include "caughtfailure.h"
 #include "emfglobal.h"
 #include "orma/rest/nbi_http_proxy.h"
-#include "processexception.h"
 #include "rwlockguard.h"
 #include "singleton.h"
 
@@ -31,22 +31,6 @@ std::string nextMarker(const Json::Value& response) {
   if (!response.isObject() || response["hasNext"] != Json::Value(true)) return std::string();
   const Json::Value& marker = response["marker"];
   return marker.isConvertibleTo(Json::stringValue) ? marker.asString() : std::string();
-}
-
-// Called in a catch clause, which nothing may leave: a message that there is no memory for is
-// dropped.
-void traceRefreshFailure() noexcept {
-  try {
-    try {
-      throw;
-    } catch (const ProcessException& failure) {
-      EMF_TRACE(kSourceName,
-                TaTrace("SubmapBufMgr::svc Catch processException,errCode = %d", failure.errCode));
-    } catch (...) {
-      EMF_TRACE(kSourceName, TaTrace("SubmapBufMgr::svc Catch unknown exception"));
-    }
-  } catch (...) {
-  }
 }
 
 void moveObjects(Json::Value& response, std::vector<Json::Value>& objects) {
@@ -124,7 +108,12 @@ int SubmapBufMgr::svc() {
       }
       QuerySubnetAndNodesInfo();
     } catch (...) {
-      traceRefreshFailure();
+      emf::tellOfCaught(
+          [](int errCode) {
+            EMF_TRACE(kSourceName,
+                      TaTrace("SubmapBufMgr::svc Catch processException,errCode = %d", errCode));
+          },
+          [] { EMF_TRACE(kSourceName, TaTrace("SubmapBufMgr::svc Catch unknown exception")); });
     }
   }
   return 0;

@@ -1,10 +1,10 @@
 // One refresh of SubmapBufMgr.
 #include <utility>
 
+#include "caughtfailure.h"
 #include "devicelinks.h"
 #include "emfglobal.h"
 #include "paginators.h"
-#include "processexception.h"
 #include "restquery.h"
 #include "rwlockguard.h"
 #include "submapbufmgr.h"
@@ -70,22 +70,6 @@ class RecordTraces : public JsonTraces {
   }
 };
 
-// Called in a catch clause, which nothing may leave: a message that there is no memory for is
-// dropped.
-void traceRefreshFailure() noexcept {
-  try {
-    try {
-      throw;
-    } catch (const ProcessException& failure) {
-      EMF_TRACE(kSourceName,
-                TaTrace("QuerySubnetAndNodesInfo processException,errCode = %d", failure.errCode));
-    } catch (...) {
-      EMF_TRACE(kSourceName, TaTrace("QuerySubnetAndNodesInfo Catch unknown exception"));
-    }
-  } catch (...) {
-  }
-}
-
 Nimbola::RestReq nodeRequest(std::initializer_list<std::string> classes) {
   Json::Value names(Json::arrayValue);
   for (const std::string& name : classes) names.append(name);
@@ -112,7 +96,12 @@ void SubmapBufMgr::QuerySubnetAndNodesInfo() {
     emf::tellCacheFilled("subnet_names", m_devSubnetLink.size());
   } catch (...) {
     call.fail();
-    traceRefreshFailure();
+    emf::tellOfCaught(
+        [](int errCode) {
+          EMF_TRACE(kSourceName,
+                    TaTrace("QuerySubnetAndNodesInfo processException,errCode = %d", errCode));
+        },
+        [] { EMF_TRACE(kSourceName, TaTrace("QuerySubnetAndNodesInfo Catch unknown exception")); });
   }
 }
 

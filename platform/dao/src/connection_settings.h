@@ -27,7 +27,7 @@ class DatabaseError : public std::runtime_error {
 
 struct ConnectionSettings {
   DbServerType server = kDbServerNone;
-  std::string target;  // SQLite: the file's absolute path; PostgreSQL: as libpq takes it
+  std::string target;        // SQLite: the file's absolute path; PostgreSQL: as libpq takes it
   std::string passwordFile;  // PostgreSQL: as libpq takes it; empty: the user's own
   std::chrono::milliseconds lockWait{0};
   std::chrono::milliseconds statementLimit{0};

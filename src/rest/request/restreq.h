@@ -45,7 +45,7 @@ struct RestReq {
   Json::Value extra;         // filled by MakeRestReq, reaches the transport unchanged
   std::uint64_t option = 0;  // filled by MakeRestReq, reaches the transport unchanged
   std::uint32_t method = kMethodParams;
-  std::uint8_t mode = 0;     // as made; 4 on the resource instance requests
+  std::uint8_t mode = 0;  // as made; 4 on the resource instance requests
 };
 
 }  // namespace Nimbola

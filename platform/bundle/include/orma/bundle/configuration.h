@@ -2,7 +2,7 @@
 //
 //   std::vector<orma::ConfigProblem> problems;
 //   auto configuration = orma::Configuration::load("agent.json", problems);
-//   for (const auto& problem : problems) std::cerr << problem.where << ": " << problem.what << "\n";
+//   for (const auto& each : problems) std::cerr << each.where << ": " << each.what << "\n";
 //   if (configuration) orma::Configuration::install(configuration);
 //
 // The table (configuration_keys.cpp) holds every key with type, default, range and meaning; the
