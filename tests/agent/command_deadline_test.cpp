@@ -23,11 +23,6 @@ using testing::ExitedWithCode;
 // Never comes back.
 void hang() { std::promise<void>().get_future().wait(); }
 
-void hangInside(const char* what) {
-  const WaitingFor waiting(what);
-  hang();
-}
-
 class DeadlineDeathTest : public testing::Test {
  protected:
   DeadlineDeathTest() { testing::FLAGS_gtest_death_test_style = "threadsafe"; }
@@ -36,8 +31,9 @@ class DeadlineDeathTest : public testing::Test {
 TEST_F(DeadlineDeathTest, WhatHangsIsGivenUpWithItsName) {
   const auto body = [] {
     CommandDeadline deadline;
+    const WaitingFor waiting("the services to start");
     deadline.set(0s);
-    hangInside("the services to start");
+    hang();
   };
   EXPECT_EXIT(body(), ExitedWithCode(kExitDeadline),
               "ormaagent: given up after 0 s \\(--timeout\\): it waited for the services to start");
@@ -60,7 +56,7 @@ TEST_F(DeadlineDeathTest, ASecondSettingCounts) {
     CommandDeadline deadline;
     deadline.set(3600s);
     deadline.set(0s);
-    hangInside("it");
+    hang();
   };
   EXPECT_EXIT(body(), ExitedWithCode(kExitDeadline), "given up after 0 s");
 }

@@ -250,7 +250,7 @@ TEST_F(FaultMatrixErrorTexts, GoneAndBack) {
 
 class FaultMatrixAccessLibrary : public FaultWorld {};
 
-// The loader finds none: the instance stays as it was.
+// What the loader finds first is no library: the instance stays as it was.
 TEST_F(FaultMatrixAccessLibrary, Refused) {
   int placeholder = 0;
   auto* const untouched = reinterpret_cast<PRDU_ORMA::PrduResInfoConvert*>(&placeholder);
