@@ -13,7 +13,9 @@ namespace {
 
 using Seconds = std::chrono::duration<double>;
 
-constexpr Seconds kWindow{60};
+constexpr Seconds kShortestWindow{60};
+// Resident memory goes up and down by some percent from sample to sample.
+constexpr int kWindows = 5;  // behind the warm-up, of which the first and the last are compared
 // A machine with other work gives fewer in a minute; then nothing is judged.
 constexpr std::size_t kFewestSamples = 3;
 constexpr double kMostGrowthPercent = 1.0;
@@ -64,10 +66,11 @@ Growth::Windows Growth::windows() const {
   Windows windows;
   const Seconds end = samples_.empty() ? Seconds(0) : samples_.back().time;
   const Seconds warm = options_.warmUp;
+  windows.length = std::max(kShortestWindow, (end - warm) / kWindows);
   for (const Sample& sample : samples_) {
-    if (sample.time < warm + kWindow) windows.warmUp.push_back(sample);
-    if (sample.time >= warm && sample.time < warm + kWindow) windows.first.push_back(sample);
-    if (sample.time >= warm + kWindow && sample.time > end - kWindow) {
+    if (sample.time < warm + windows.length) windows.warmUp.push_back(sample);
+    if (sample.time >= warm && sample.time < warm + windows.length) windows.first.push_back(sample);
+    if (sample.time >= warm + windows.length && sample.time > end - windows.length) {
       windows.last.push_back(sample);
     }
   }
@@ -100,6 +103,7 @@ bool Growth::reportMost(std::FILE* out, const char* name, const Windows& windows
 bool Growth::report(std::FILE* out) const {
   const Windows windows = this->windows();
   const auto warm = static_cast<long long>(options_.warmUp.count());
+  const auto length = static_cast<long long>(windows.length.count());
   if (windows.first.size() < kFewestSamples || windows.last.size() < kFewestSamples) {
     std::fprintf(out, "growth: too short to be judged, %zu samples; that takes %lld s\n",
                  samples_.size(), warm + 120);
@@ -109,11 +113,10 @@ bool Growth::report(std::FILE* out) const {
                "growth: samples are taken while no operation is under way and the subnet task "
                "rests; both processes allocate from one arena.\n"
                "  memory: medians of the %zu samples of seconds %lld to %lld, and of the %zu "
-               "samples of the last minute; at most +%.0f %%\n"
-               "  threads, descriptors: most in seconds 0 to %lld, and in the last minute; no "
-               "more\n",
-               windows.first.size(), warm, warm + 60, windows.last.size(), kMostGrowthPercent,
-               warm + 60);
+               "samples of the last %lld seconds; at most +%.0f %%\n"
+               "  threads, descriptors: most in seconds 0 to %lld, and in the last %lld; no more\n",
+               windows.first.size(), warm, warm + length, windows.last.size(), length,
+               kMostGrowthPercent, warm + length, length);
   bool well = reportMedian(out, "process: allocated (mallinfo2), without SQLite's", windows,
                            [](const Sample& sample) { return sample.heap - sample.database; });
   well &= reportMedian(out, "process: resident, behind malloc_trim", windows,

@@ -43,9 +43,10 @@ class Growth {
     Holdings simulator;
   };
   struct Windows {
-    std::vector<Sample> warmUp;  // to the end of the first minute behind the warm-up
-    std::vector<Sample> first;   // that minute
-    std::vector<Sample> last;    // the last minute
+    std::chrono::duration<double> length{};  // of each of the two that are compared
+    std::vector<Sample> warmUp;              // to the end of the first of them
+    std::vector<Sample> first;               // right behind the warm-up
+    std::vector<Sample> last;                // at the end
   };
 
   Windows windows() const;

@@ -241,6 +241,7 @@ Struck Torment::attempt(const Fault& fault) const {
 // What the child's expectations say goes to the same output.
 Struck Torment::coldAttempt(const Fault& fault) const {
   told() = {};
+  doubles::platform();  // made ahead: what is made at a first call is the plug-in's alone
   std::fflush(nullptr);
   const pid_t child = ::fork();
   if (child == 0) {
