@@ -1,5 +1,6 @@
 #include "submapbufmgr.h"
 
+#include <ace/Thread_Manager.h>
 #include <poll.h>
 #include <time.h>
 
@@ -58,8 +59,7 @@ void SubmapBufMgr::InitBuf() {
   m_subnetLink.clear();
   assign(m_bStop, false);
   assign(m_bRefreshed, false);
-  const int result = activate(kThreadFlags, kThreadCount, kNoForce, ACE_DEFAULT_THREAD_PRIORITY,
-                              kNoGroup, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+  const int result = startThread();
   if (result == 0) {
     EMF_TRACE(kSourceName, TaTrace("[SubmapBufMgr::InitBuf] SubmapBufMgr::svc is activated"));
   } else {
@@ -67,6 +67,13 @@ void SubmapBufMgr::InitBuf() {
               TaTrace("[SubmapBufMgr::InitBuf] Failed to activate SubmapBufMgr::svc,errCode is %d",
                       result));
   }
+}
+
+// ACE starts a thread by its manager of threads, and crashes over one that there was no memory for.
+int SubmapBufMgr::startThread() {
+  if (thr_mgr() == nullptr && ACE_Thread_Manager::instance() == nullptr) return -1;
+  return activate(kThreadFlags, kThreadCount, kNoForce, ACE_DEFAULT_THREAD_PRIORITY, kNoGroup,
+                  nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
 }
 
 int SubmapBufMgr::Stop() {

@@ -80,6 +80,8 @@ class SubmapBufMgr : public ACE_Task_Base {
   SubmapBufMgr() = default;
   ~SubmapBufMgr() override = default;
 
+  // What activate gives.
+  int startThread();
   // What wait gives; returns when no thread runs.
   int awaitThread();
 

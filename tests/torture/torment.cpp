@@ -1,5 +1,6 @@
 #include "torment.h"
 
+#include <ace/Thread_Manager.h>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -241,7 +242,10 @@ Struck Torment::attempt(const Fault& fault) const {
 // What the child's expectations say goes to the same output.
 Struck Torment::coldAttempt(const Fault& fault) const {
   told() = {};
-  doubles::platform();  // made ahead: what is made at a first call is the plug-in's alone
+  // Made ahead: what is made at a first call is the plug-in's alone. ACE's manager of threads
+  // crashes when it was made with too little memory.
+  doubles::platform();
+  ACE_Thread_Manager::instance();
   std::fflush(nullptr);
   const pid_t child = ::fork();
   if (child == 0) {

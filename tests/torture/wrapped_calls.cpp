@@ -1,5 +1,6 @@
 // Functions of the system and of ACE, wrapped by the linker, that fail on demand (outage.h).
 #include <ace/DLL.h>
+#include <ace/Task.h>
 #include <dirent.h>
 #include <fcntl.h>
 #include <pthread.h>
@@ -67,6 +68,29 @@ __wrap__ZN13NS_BUNDLEMGR110CheckIFBufERKNSt7__cxx1112basic_stringIcSt11char_trai
   const AmongSlots guard;
   return __real__ZN13NS_BUNDLEMGR110CheckIFBufERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE(
       name);
+}
+
+void __real__ZN13NS_BUNDLEMGR18SetIFBufERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEEPNS_16ServiceInterfaceE(
+    const std::string& name, NS_BUNDLEMGR1::ServiceInterface* interface);
+void __wrap__ZN13NS_BUNDLEMGR18SetIFBufERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEEPNS_16ServiceInterfaceE(
+    const std::string& name, NS_BUNDLEMGR1::ServiceInterface* interface) {
+  const AmongSlots guard;
+  __real__ZN13NS_BUNDLEMGR18SetIFBufERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEEPNS_16ServiceInterfaceE(
+      name, interface);
+}
+
+// ACE crashes over a description of a thread that there was no memory for.
+int __real__ZN13ACE_Task_Base8activateEliiliPS_PmPPvS1_S1_PPKc(
+    ACE_Task_Base* self, long flags, int count, int force, long priority, int group,
+    ACE_Task_Base* task, ACE_hthread_t* handles, void** stacks, std::size_t* sizes,
+    ACE_thread_t* ids, const char** names);
+int __wrap__ZN13ACE_Task_Base8activateEliiliPS_PmPPvS1_S1_PPKc(
+    ACE_Task_Base* self, long flags, int count, int force, long priority, int group,
+    ACE_Task_Base* task, ACE_hthread_t* handles, void** stacks, std::size_t* sizes,
+    ACE_thread_t* ids, const char** names) {
+  const emf::test::Sheltered shelter;
+  return __real__ZN13ACE_Task_Base8activateEliiliPS_PmPPvS1_S1_PPKc(
+      self, flags, count, force, priority, group, task, handles, stacks, sizes, ids, names);
 }
 
 std::FILE* __real_fopen(const char* path, const char* mode);
