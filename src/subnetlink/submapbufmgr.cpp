@@ -106,13 +106,12 @@ int SubmapBufMgr::svc() {
   while (!isSet(m_bStop)) {
     try {
       if (!isSet(m_bRefreshed)) {
-        assign(m_bRefreshed, true);  // also if the message cannot be written: the next round sleeps
         EMF_TRACE(kSourceName,
                   TaTrace("SubmapBufMgr::svc Device to Submap buffer refresh the first time."));
       } else {
         nanosleep(&kRefreshInterval, nullptr);
-        assign(m_bRefreshed, true);
       }
+      assign(m_bRefreshed, true);
       QuerySubnetAndNodesInfo();
     } catch (...) {
       emf::tellOfCaught(
@@ -121,6 +120,7 @@ int SubmapBufMgr::svc() {
                       TaTrace("SubmapBufMgr::svc Catch processException,errCode = %d", errCode));
           },
           [] { EMF_TRACE(kSourceName, TaTrace("SubmapBufMgr::svc Catch unknown exception")); });
+      assign(m_bRefreshed, true);  // also behind a trace that threw: the next round sleeps
     }
   }
   return 0;
