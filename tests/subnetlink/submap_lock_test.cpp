@@ -1,5 +1,6 @@
 // What stands under the lock of the buffers, how the thread is started, and what comes of a start
 // that fails. Lock calls and ACE's start are the linker's here and stand in the journal.
+#include <ace/Thread_Manager.h>
 #include <pthread.h>
 
 #include <limits>
@@ -19,6 +20,7 @@ struct Start {
 };
 
 std::vector<Start> starts;
+bool withoutManager = false;
 
 void note(const char* event) { emf::doubles::platform().journal.note(event); }
 
@@ -51,6 +53,11 @@ int __wrap__ZN13ACE_Task_Base8activateEliiliPS_PmPPvS1_S1_PPKc(
   starts.push_back({flags, threads, force, priority, group, restIsNull});
   return -1;
 }
+
+ACE_Thread_Manager* __real__ZN18ACE_Thread_Manager8instanceEv();
+ACE_Thread_Manager* __wrap__ZN18ACE_Thread_Manager8instanceEv() {
+  return withoutManager ? nullptr : __real__ZN18ACE_Thread_Manager8instanceEv();
+}
 }
 
 namespace emf::test {
@@ -70,6 +77,7 @@ class SubmapLock : public TaskTest {
  protected:
   SubmapLock() {
     starts.clear();
+    withoutManager = false;
     buffer();
     GetDomainLog();  // looking it up takes locks that are not the buffers'
     platform().journal.reset();
@@ -118,6 +126,14 @@ TEST_F(SubmapStart, OneThreadIsAskedForWithoutForce) {
   buffer().InitBuf();
   EXPECT_THAT(starts,
               ElementsAre(FieldsAre(2, 1, 0, std::numeric_limits<std::int32_t>::min(), -1, true)));
+}
+
+// ACE would start a thread by it all the same.
+TEST_F(SubmapStart, IsNotTriedWithoutAManagerOfThreads) {
+  withoutManager = true;
+  buffer().InitBuf();
+  EXPECT_THAT(starts, IsEmpty());
+  EXPECT_EQ(traced(kFailed), 1);
 }
 
 TEST_F(SubmapStart, FailureIsTracedAndLeavesTheBuffersEmpty) {
