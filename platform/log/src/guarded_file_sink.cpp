@@ -15,11 +15,12 @@ namespace orma {
 namespace {
 
 // Nothing when the file can be appended to; its directory is made if need be. spdlog's own way of
-// finding out sleeps between several tries.
+// finding out sleeps between several tries. Opening a pipe would wait for its reader.
 std::string openFault(const std::string& file) {
   std::error_code failure;
   const auto directory = std::filesystem::path(file).parent_path();
   if (!directory.empty()) std::filesystem::create_directories(directory, failure);
+  if (std::filesystem::is_fifo(file, failure)) return "Is a pipe";
   const int descriptor = ::open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
   if (descriptor < 0) return std::generic_category().message(errno);
   ::close(descriptor);

@@ -114,6 +114,12 @@ TEST_F(LogFile, ThatIsADirectoryIsRefused) {
             "cannot open the log file \"" + directory_.path() + "\": Is a directory");
 }
 
+TEST_F(LogFile, ThatIsAPipeIsRefused) {
+  const std::string pipe = directory_ / "pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(faultOf(pipe), "cannot open the log file \"" + pipe + "\": Is a pipe");
+}
+
 TEST_F(LogFile, BelowAFileIsRefused) {
   const std::string file = directory_.write("plain", "") + "/agent.log";
   EXPECT_EQ(faultOf(file), "cannot open the log file \"" + file + "\": Not a directory");
