@@ -39,6 +39,9 @@ set(CPACK_STRIP_FILES ON)
 # The configuration lies outside the prefix, so everything is installed below DESTDIR.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
+# Readable by everybody, whatever the mask of the user who packs.
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 set(same_version "(= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_PACKAGE_SECTION net)
@@ -65,6 +68,7 @@ set(CPACK_DEBIAN_DEV_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS
     "ii-ormaiac-emf ${same_version}, libace-dev, libjsoncpp-dev")
 set(CPACK_DEBIAN_PLUGIN_PACKAGE_CONTROL_EXTRA ${packaging}/triggers)
+set(CPACK_DEBIAN_PLUGIN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_AGENT_PACKAGE_DEPENDS "ii-ormaiac-emf ${same_version}")
 set(CPACK_DEBIAN_AGENT_PACKAGE_SUGGESTS "graphviz, ormasim")
 set(CPACK_DEBIAN_AGENT_PACKAGE_CONTROL_EXTRA

@@ -18,12 +18,15 @@ for tool in cpack dpkg-deb dpkg-shlibdeps lintian unshare; do
   command -v "$tool" >/dev/null || skip "there is no $tool"
 done
 
-cpack -G DEB --config "$build/CPackConfig.cmake" -B "$work/packages" >"$work/cpack.log" 2>&1 ||
-  fail "$(cat "$work/cpack.log")"
+# Under the mask of a careful user; everybody is to read what is installed.
+(umask 077 && cpack -G DEB --config "$build/CPackConfig.cmake" -B "$work/packages") \
+  >"$work/cpack.log" 2>&1 || fail "$(cat "$work/cpack.log")"
 mv "$work"/packages/*.deb "$work"
 for name in "${names[@]}"; do
   file=$(compgen -G "$work/${name}_${version}_*.deb") || fail "there is no package $name"
   expect "$name $version" "$(dpkg-deb --show --showformat '${Package} ${Version}' "$file")"
+  closed=$(dpkg-deb --contents "$file" | grep -v '^.......r' || true)
+  [[ -z $closed ]] || fail "not for everybody to read: $closed"
 done
 
 # Its warning about the user that it runs as is no finding.
