@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <cstring>
 
@@ -36,7 +37,10 @@ class Notify : public World {
   // The next message; empty when none came before the deadline.
   std::string next() const {
     std::array<char, 256> bytes{};
-    const ssize_t size = ::recv(socket_, bytes.data(), bytes.size(), 0);
+    ssize_t size = 0;
+    do {
+      size = ::recv(socket_, bytes.data(), bytes.size(), 0);
+    } while (size < 0 && errno == EINTR);
     return size < 0 ? "" : std::string(bytes.data(), static_cast<std::size_t>(size));
   }
 
