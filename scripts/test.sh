@@ -9,7 +9,7 @@
 #   scripts/test.sh dev tsan    these stages
 #
 # Exit status: 0 every stage passed, 1 one failed, 2 packages are missing and may not be installed.
-# What ctest printed is kept in build/<stage>/ctest.log.
+# What ctest printed is kept in build/<stage>/ctest.log; what failed is told again at the end.
 set -uo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -40,6 +40,20 @@ closing_line() {
   grep -E 'tests passed, [0-9]+ tests? failed out of' "build/$1/ctest.log" || echo 'no tests ran'
 }
 
+# failures_of STAGE prints what each failed test printed, cut to its first lines.
+failures_of() {
+  [[ -f build/$1/ctest.log ]] || return 0
+  awk -v stage="$1" '
+    / Test +#[0-9]+: / {
+      told = /\*\*\*/ && !/\*\*\*Skipped/ ? 60 : 0
+      gsub(/\.\.\.+/, "...")
+      if (told) { print stage ":" $0; next }
+    }
+    /^ +Start +[0-9]+: / { next }
+    /% tests passed, / { exit }
+    told > 0 { print "    " $0; told-- }' "build/$1/ctest.log"
+}
+
 run_stage() {
   local stage=$1 start=$SECONDS built result
   rm -f "build/$stage/ctest.log"
@@ -68,6 +82,11 @@ cd "$root" || exit 1
 for stage in "${stages[@]}"; do
   run_stage "$stage" || failures=$((failures + 1))
 done
+
+if ((failures > 0)); then
+  step "Failures"
+  for stage in "${stages[@]}"; do failures_of "$stage"; done
+fi
 
 step "Summary"
 printf '%s\n' "${summary[@]}"
