@@ -54,8 +54,9 @@ function(emf_test_headers)
 endfunction()
 
 # emf_add_test(name SOURCES ... [LIBRARIES ...] [LABELS ...] [ENVIRONMENT ...] [TIMEOUT seconds])
-# One GoogleTest program; each of its cases is a ctest test. Labels: "unit" runs under the address
-# sanitizer too, "threads" under the thread sanitizer too, "system" starts whole programs.
+# One GoogleTest program; each of its cases is a ctest test, with sanitizers the whole program is
+# one. Labels: "unit" runs under the address sanitizer too, "threads" under the thread sanitizer
+# too, "system" starts whole programs. TIMEOUT is that of a case.
 function(emf_add_test name)
   cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LIBRARIES;LABELS;ENVIRONMENT" ${ARGN})
   if(NOT arg_TIMEOUT)
@@ -67,7 +68,25 @@ function(emf_add_test name)
   target_compile_options(${name} PRIVATE
     $<TARGET_PROPERTY:emf_test_headers,INTERFACE_COMPILE_OPTIONS>)
   target_precompile_headers(${name} REUSE_FROM emf_test_headers)
+  set_target_properties(${name} PROPERTIES UNITY_BUILD ${EMF_UNITY_TESTS} UNITY_BUILD_BATCH_SIZE 6)
   emf_count_test(${name} ${arg_LABELS})
+  if(EMF_SANITIZE)
+    emf_add_whole_test()
+  else()
+    emf_add_test_cases()
+  endif()
+endfunction()
+
+# For emf_add_test: most cases take less time than the start of a process with a sanitizer.
+macro(emf_add_whole_test)
+  math(EXPR timeout "5 * ${arg_TIMEOUT}")
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES
+    LABELS "${arg_LABELS}" TIMEOUT ${timeout} ENVIRONMENT "GTEST_BRIEF=1;${arg_ENVIRONMENT}")
+endmacro()
+
+# For emf_add_test.
+macro(emf_add_test_cases)
   include(GoogleTest)
   gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
     TEST_LIST ${name}_cases)
@@ -80,4 +99,4 @@ if(@name@_cases)
 endif()
 ]])
   set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${properties_file})
-endfunction()
+endmacro()

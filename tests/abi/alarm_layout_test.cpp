@@ -11,6 +11,7 @@ namespace {
 
 using emf::test::expectRecord;
 using emf::test::kAfterTable;
+using emf::test::kAre32Bits;
 
 template <typename Record>
 constexpr bool kIsRecordWithTable = std::has_virtual_destructor_v<Record>&&
@@ -21,8 +22,6 @@ static_assert(kIsRecordWithTable<FaultRecord> && kIsRecordWithTable<AlarmCfg>);
 static_assert(kIsRecordWithTable<AlarmReason>);
 static_assert(std::is_empty_v<EMFAlarmI>);
 
-template <typename... Fields>
-constexpr bool kAre32Bits = (std::is_same_v<Fields, std::int32_t> && ...);
 template <typename... Fields>
 constexpr bool kAre64Bits = (std::is_same_v<Fields, std::int64_t> && ...);
 template <typename... Fields>

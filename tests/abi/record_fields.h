@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <type_traits>
 #include <vector>
 
 // The records are no standard-layout types; both compilers lay them out by the same rules.
@@ -28,6 +30,9 @@ struct Field {
 
 // Where the fields of a record with virtual operations begin.
 constexpr std::size_t kAfterTable = sizeof(void*);
+
+template <typename... Fields>
+constexpr bool kAre32Bits = (std::is_same_v<Fields, std::int32_t> && ...);
 
 inline std::size_t roundedUp(std::size_t offset, std::size_t alignment) {
   return (offset + alignment - 1) / alignment * alignment;

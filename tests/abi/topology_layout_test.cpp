@@ -18,21 +18,19 @@ namespace {
 
 using emf::test::expectRecord;
 using emf::test::kAfterTable;
+using emf::test::kAre32Bits;
 
 template <typename Record>
-constexpr bool kIsRecordWithTable =
+constexpr bool kIsTopologyRecord =
     std::has_virtual_destructor_v<Record>&& std::is_default_constructible_v<Record>&&
         std::is_copy_constructible_v<Record>&& std::is_copy_assignable_v<Record>;
 
-static_assert(kIsRecordWithTable<Node> && kIsRecordWithTable<SubMap>);
-static_assert(kIsRecordWithTable<DispLink> && kIsRecordWithTable<UpdateDevice>);
-static_assert(kIsRecordWithTable<SimNode>);
+static_assert(kIsTopologyRecord<Node> && kIsTopologyRecord<SubMap>);
+static_assert(kIsTopologyRecord<DispLink> && kIsTopologyRecord<UpdateDevice>);
+static_assert(kIsTopologyRecord<SimNode>);
 static_assert(!std::is_polymorphic_v<PhysicalLink> && std::is_copy_assignable_v<PhysicalLink>);
 
 static_assert(std::is_empty_v<EMFMOMgrI> && std::is_empty_v<EMFTopoI>);
-
-template <typename... Fields>
-constexpr bool kAre32Bits = (std::is_same_v<Fields, std::int32_t> && ...);
 
 static_assert(std::is_same_v<decltype(Node::deviceId), std::int64_t>);
 static_assert(std::is_same_v<decltype(UpdateDevice::id), std::int64_t>);

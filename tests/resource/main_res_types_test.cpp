@@ -22,16 +22,17 @@ using ::testing::SizeIs;
 static_assert(
     std::is_same_v<decltype(EMFResMgrI::getResMainType), std::int64_t(std::list<NbiResMainType>&)>);
 
-constexpr char kPath[] = "/rest/resource/v2/metadatas/main-resource-type";
+constexpr char kMainTypesPath[] = "/rest/resource/v2/metadatas/main-resource-type";
 
 class MainResTypes : public emf::doubles::PlatformTest {};
 
 TEST_F(MainResTypes, EveryPageIsReadInOrder) {
   platform().text.characterSetSwitch(1);
-  platform().rest.answers(kPath, json(R"({"mainResTypes":[{"id":1,"name":"NE"},{"id":3,"name":"F"}],
+  platform().rest.answers(kMainTypesPath,
+                          json(R"({"mainResTypes":[{"id":1,"name":"NE"},{"id":3,"name":"F"}],
                                           "objList":[{"id":9,"name":"no"}],
                                           "isTruncated":true,"marker":"m2"})"));
-  platform().rest.answers(kPath, json(R"({"mainResTypes":[{"id":-6,"name":""}]})"));
+  platform().rest.answers(kMainTypesPath, json(R"({"mainResTypes":[{"id":-6,"name":""}]})"));
   std::list<NbiResMainType> out = {NbiResMainType{7, "before"}};
   EXPECT_EQ(EMFResMgrI::getResMainType(out), 0);
   EXPECT_THAT(out, ElementsAre(NbiResMainType{7, "before"}, NbiResMainType{1, "UTF-8>GBK:NE"},
@@ -39,8 +40,9 @@ TEST_F(MainResTypes, EveryPageIsReadInOrder) {
 }
 
 TEST_F(MainResTypes, RequestsCarryLimitAndMarkerInTheBody) {
-  platform().rest.answers(kPath, json(R"({"mainResTypes":[],"isTruncated":true,"marker":"m2"})"));
-  platform().rest.answers(kPath, json(R"({"mainResTypes":[]})"));
+  platform().rest.answers(kMainTypesPath,
+                          json(R"({"mainResTypes":[],"isTruncated":true,"marker":"m2"})"));
+  platform().rest.answers(kMainTypesPath, json(R"({"mainResTypes":[]})"));
   std::list<NbiResMainType> out;
   EMFResMgrI::getResMainType(out);
   const auto requests = platform().rest.requests();
@@ -48,7 +50,7 @@ TEST_F(MainResTypes, RequestsCarryLimitAndMarkerInTheBody) {
   EXPECT_EQ(compact(requests[0].body), R"({"limit":200})");
   EXPECT_EQ(compact(requests[1].body), R"({"limit":200,"marker":"m2"})");
   for (const auto& request : requests) {
-    EXPECT_EQ(request.url, kPath);
+    EXPECT_EQ(request.url, kMainTypesPath);
     EXPECT_EQ(request.method, 2U);
     EXPECT_EQ(request.mode, 8U);  // as made
     EXPECT_TRUE(request.params.isNull());
@@ -70,18 +72,18 @@ TEST_F(MainResTypes, DocumentIsAnEmptyObjectAndNotNull) {
 }
 
 TEST_F(MainResTypes, FailureOfASecondPageGivesTheCallerNothing) {
-  platform().rest.answers(kPath, json(R"({"mainResTypes":[{"id":1,"name":"NE"}],
+  platform().rest.answers(kMainTypesPath, json(R"({"mainResTypes":[{"id":1,"name":"NE"}],
                                           "isTruncated":true,"marker":"m2"})"));
-  platform().rest.fails(kPath);
+  platform().rest.fails(kMainTypesPath);
   std::list<NbiResMainType> out;
   EXPECT_EQ(EMFResMgrI::getResMainType(out), -1);
   EXPECT_THAT(out, IsEmpty());
 }
 
 TEST_F(MainResTypes, WalkKeepsWhatCameBeforeAFailureForItself) {
-  platform().rest.answers(kPath, json(R"({"mainResTypes":[{"id":1,"name":"NE"}],
+  platform().rest.answers(kMainTypesPath, json(R"({"mainResTypes":[{"id":1,"name":"NE"}],
                                           "isTruncated":true,"marker":"m2"})"));
-  platform().rest.fails(kPath);
+  platform().rest.fails(kMainTypesPath);
   std::vector<std::pair<int, std::string>> types;
   EXPECT_FALSE(QueryMainResTypes(types));
   EXPECT_THAT(types, ElementsAre(Pair(1, "NE")));
@@ -94,7 +96,8 @@ TEST_F(MainResTypes, FirstPageThatFailsEndsTheWalk) {
 }
 
 TEST_F(MainResTypes, AbsentMembersAreZeroAndEmpty) {
-  platform().rest.answers(kPath, json(R"({"mainResTypes":[{},null,{"id":null,"name":null}]})"));
+  platform().rest.answers(kMainTypesPath,
+                          json(R"({"mainResTypes":[{},null,{"id":null,"name":null}]})"));
   std::list<NbiResMainType> out;
   EXPECT_EQ(EMFResMgrI::getResMainType(out), 0);
   EXPECT_THAT(out, ElementsAre(NbiResMainType(), NbiResMainType(), NbiResMainType()));
@@ -102,7 +105,7 @@ TEST_F(MainResTypes, AbsentMembersAreZeroAndEmpty) {
 
 TEST_F(MainResTypes, PageWithoutAListHoldsNothing) {
   for (const char* page : {"{}", R"({"mainResTypes":null})", R"({"mainResTypes":{}})"}) {
-    platform().rest.answers(kPath, json(page));
+    platform().rest.answers(kMainTypesPath, json(page));
     std::list<NbiResMainType> out;
     EXPECT_EQ(EMFResMgrI::getResMainType(out), 0) << page;
     EXPECT_THAT(out, IsEmpty()) << page;
@@ -111,8 +114,8 @@ TEST_F(MainResTypes, PageWithoutAListHoldsNothing) {
 
 TEST_F(MainResTypes, MemberOfAWrongTypeReachesTheCallerWithNothing) {
   for (const char* object : {R"({"id":"x"})", R"({"id":3000000000})", R"({"name":[]})", "7"}) {
-    platform().rest.answers(
-        kPath, json(R"({"mainResTypes":[{"id":1,"name":"NE"},)" + std::string(object) + "]}"));
+    platform().rest.answers(kMainTypesPath, json(R"({"mainResTypes":[{"id":1,"name":"NE"},)" +
+                                                 std::string(object) + "]}"));
     std::list<NbiResMainType> out;
     EXPECT_THROW(EMFResMgrI::getResMainType(out), Json::LogicError) << object;
     EXPECT_THAT(out, IsEmpty()) << object;

@@ -23,7 +23,7 @@ using ::testing::SizeIs;
 static_assert(std::is_same_v<decltype(EMFResMgrI::getAllManagedElements),
                              std::int64_t(std::list<Resource>&)>);
 
-constexpr char kPath[] = "/rest/resource/v3/instances/objects/FixedNetworkElement";
+constexpr char kElementsPath[] = "/rest/resource/v3/instances/objects/FixedNetworkElement";
 constexpr std::int64_t kReadFailed = 0x411800BA;
 static_assert(kReadFailed == 1092092090);
 constexpr std::int64_t kIidBit = std::int64_t{1} << 60;
@@ -37,10 +37,11 @@ Resource element(std::int64_t id, const std::string& name, std::int64_t subType)
 class ManagedElements : public emf::doubles::PlatformTest {};
 
 TEST_F(ManagedElements, EveryPageIsReadAndTheSystemComesFirst) {
-  platform().rest.answers(kPath, json(R"({"objList":[{"nativeId":"NE=2","name":"a","subTypeOf1":5},
+  platform().rest.answers(kElementsPath,
+                          json(R"({"objList":[{"nativeId":"NE=2","name":"a","subTypeOf1":5},
                                  {"nativeId":"NE=3","name":"b"}],
                       "isTruncated":true,"marker":"m2"})"));
-  platform().rest.answers(kPath, json(R"({"objList":[{"nativeId":"NE=4","name":"c"}]})"));
+  platform().rest.answers(kElementsPath, json(R"({"objList":[{"nativeId":"NE=4","name":"c"}]})"));
   std::list<Resource> out;
   EXPECT_EQ(EMFResMgrI::getAllManagedElements(out), 0);
   EXPECT_THAT(out,
@@ -48,8 +49,9 @@ TEST_F(ManagedElements, EveryPageIsReadAndTheSystemComesFirst) {
 }
 
 TEST_F(ManagedElements, RequestsCarryTheSelectorTheLimitAndTheMarker) {
-  platform().rest.answers(kPath, json(R"({"objList":[],"isTruncated":true,"marker":"m2"})"));
-  platform().rest.answers(kPath, json(R"({"objList":[]})"));
+  platform().rest.answers(kElementsPath,
+                          json(R"({"objList":[],"isTruncated":true,"marker":"m2"})"));
+  platform().rest.answers(kElementsPath, json(R"({"objList":[]})"));
   std::list<Resource> out;
   EMFResMgrI::getAllManagedElements(out);
   const auto requests = platform().rest.requests();
@@ -59,7 +61,7 @@ TEST_F(ManagedElements, RequestsCarryTheSelectorTheLimitAndTheMarker) {
   EXPECT_EQ(compact(requests[1].body),
             R"({"content-selector":["name","nativeId","subTypeOf1"],"limit":1000,"marker":"m2"})");
   for (const auto& request : requests) {
-    EXPECT_EQ(request.url, kPath);
+    EXPECT_EQ(request.url, kElementsPath);
     EXPECT_EQ(request.method, 2U);
     EXPECT_EQ(request.mode, 4U);
     EXPECT_TRUE(request.params.isNull());
@@ -71,7 +73,7 @@ TEST_F(ManagedElements, RequestsCarryTheSelectorTheLimitAndTheMarker) {
 }
 
 TEST_F(ManagedElements, NoElementsLeaveTheSystemAlone) {
-  platform().rest.answers(kPath, json(R"({"objList":[]})"));
+  platform().rest.answers(kElementsPath, json(R"({"objList":[]})"));
   std::list<Resource> out;
   EXPECT_EQ(EMFResMgrI::getAllManagedElements(out), 0);
   EXPECT_THAT(out, ElementsAre(kSystem));
@@ -81,16 +83,16 @@ TEST_F(ManagedElements, NoElementsLeaveTheSystemAlone) {
 }
 
 TEST_F(ManagedElements, RecordsBeforeTheCallStayBehindTheSystem) {
-  platform().rest.answers(kPath, json(R"({"objList":[{"nativeId":"NE=2","name":"a"}]})"));
+  platform().rest.answers(kElementsPath, json(R"({"objList":[{"nativeId":"NE=2","name":"a"}]})"));
   std::list<Resource> out = {element(9, "before", 0)};
   EXPECT_EQ(EMFResMgrI::getAllManagedElements(out), 0);
   EXPECT_THAT(out, ElementsAre(kSystem, element(9, "before", 0), element(2, "a", 0)));
 }
 
 TEST_F(ManagedElements, FailureOfASecondPageLeavesTheFirstWithoutTheSystem) {
-  platform().rest.answers(kPath, json(R"({"objList":[{"nativeId":"NE=2","name":"a"}],
+  platform().rest.answers(kElementsPath, json(R"({"objList":[{"nativeId":"NE=2","name":"a"}],
                                           "isTruncated":true,"marker":"m2"})"));
-  platform().rest.fails(kPath);
+  platform().rest.fails(kElementsPath);
   std::list<Resource> out;
   EXPECT_EQ(EMFResMgrI::getAllManagedElements(out), kReadFailed);
   EXPECT_THAT(out, ElementsAre(element(2, "a", 0)));
@@ -112,7 +114,7 @@ TEST_F(ManagedElements, FailureOfTheFirstPageLeavesNothing) {
 
 TEST_F(ManagedElements, NameIsConvertedAndTheSystemsIsNot) {
   platform().text.characterSetSwitch(2);
-  platform().rest.answers(kPath, json(R"({"objList":[{"nativeId":"NE=2","name":"a"}]})"));
+  platform().rest.answers(kElementsPath, json(R"({"objList":[{"nativeId":"NE=2","name":"a"}]})"));
   std::list<Resource> out;
   EMFResMgrI::getAllManagedElements(out);
   EXPECT_THAT(out, ElementsAre(kSystem, element(2, "UTF-8>ISO-8859-1:a", 0)));
@@ -121,10 +123,10 @@ TEST_F(ManagedElements, NameIsConvertedAndTheSystemsIsNot) {
 // The service alone ends a walk: a page that comes again is taken again.
 TEST_F(ManagedElements, RepeatedPageIsTakenAgain) {
   for (int i = 0; i < 2; ++i) {
-    platform().rest.answers(kPath, json(R"({"objList":[{"nativeId":"NE=2","name":"a"}],
+    platform().rest.answers(kElementsPath, json(R"({"objList":[{"nativeId":"NE=2","name":"a"}],
                                             "isTruncated":true,"marker":"same"})"));
   }
-  platform().rest.answers(kPath, json(R"({"objList":[]})"));
+  platform().rest.answers(kElementsPath, json(R"({"objList":[]})"));
   std::list<Resource> out;
   EXPECT_EQ(EMFResMgrI::getAllManagedElements(out), 0);
   EXPECT_THAT(out, ElementsAre(kSystem, element(2, "a", 0), element(2, "a", 0)));
@@ -132,7 +134,7 @@ TEST_F(ManagedElements, RepeatedPageIsTakenAgain) {
 
 TEST_F(ManagedElements, PageWithoutAListHoldsNothing) {
   for (const char* page : {"{}", R"({"objList":null})", R"({"objList":{}})", R"({"objList":7})"}) {
-    platform().rest.answers(kPath, json(page));
+    platform().rest.answers(kElementsPath, json(page));
     std::list<Resource> out;
     EXPECT_EQ(EMFResMgrI::getAllManagedElements(out), 0) << page;
     EXPECT_THAT(out, ElementsAre(kSystem)) << page;
@@ -140,14 +142,15 @@ TEST_F(ManagedElements, PageWithoutAListHoldsNothing) {
 }
 
 TEST_F(ManagedElements, ListThatIsAnObjectIsGoneThroughLikeOne) {
-  platform().rest.answers(kPath, json(R"({"objList":{"x":{"nativeId":"NE=2","name":"a"}}})"));
+  platform().rest.answers(kElementsPath,
+                          json(R"({"objList":{"x":{"nativeId":"NE=2","name":"a"}}})"));
   std::list<Resource> out;
   EXPECT_EQ(EMFResMgrI::getAllManagedElements(out), 0);
   EXPECT_THAT(out, ElementsAre(kSystem, element(2, "a", 0)));
 }
 
 TEST_F(ManagedElements, AbsentIdIsTheIdNothing) {
-  platform().rest.answers(kPath, json(R"({"objList":[{"nativeId":null,"name":""}]})"));
+  platform().rest.answers(kElementsPath, json(R"({"objList":[{"nativeId":null,"name":""}]})"));
   std::list<Resource> out;
   EXPECT_EQ(EMFResMgrI::getAllManagedElements(out), 0);
   EXPECT_THAT(out, ElementsAre(kSystem, element(0, "", 0)));
@@ -157,8 +160,8 @@ TEST_F(ManagedElements, MemberOfAWrongTypeReachesTheCaller) {
   for (const char* object :
        {R"({"nativeId":["NE=3"],"name":"b"})", R"({"nativeId":"NE=3","name":7})",
         R"({"nativeId":"NE=3"})", R"({"nativeId":"NE=3","name":"b","subTypeOf1":"x"})", "7"}) {
-    platform().rest.answers(
-        kPath, json(R"({"objList":[{"nativeId":"NE=2","name":"a"},)" + std::string(object) + "]}"));
+    platform().rest.answers(kElementsPath, json(R"({"objList":[{"nativeId":"NE=2","name":"a"},)" +
+                                                std::string(object) + "]}"));
     std::list<Resource> out;
     EXPECT_THROW(EMFResMgrI::getAllManagedElements(out), Json::LogicError) << object;
     EXPECT_THAT(out, ElementsAre(element(2, "a", 0))) << object;

@@ -8,7 +8,7 @@
 namespace ormasim::testing {
 namespace {
 
-struct Refusal {
+struct ResourceRefusal {
   std::string path;
   std::string body;
   std::string reason;
@@ -18,8 +18,8 @@ class ResourceRequestsTest : public ResourceTest {
  protected:
   void SetUp() override { serveNetwork(3); }
 
-  void expectRefused(const std::vector<Refusal>& refusals) {
-    for (const Refusal& refusal : refusals) {
+  void expectRefused(const std::vector<ResourceRefusal>& refusals) {
+    for (const ResourceRefusal& refusal : refusals) {
       const httplib::Result result = post(refusal.path, refusal.body);
       ASSERT_TRUE(result) << refusal.body;
       EXPECT_EQ(result->status, 400) << refusal.path << " " << refusal.body;
@@ -91,7 +91,7 @@ TEST_F(ResourceRequestsTest, GraphQueryIsTheOneTraversal) {
 
 TEST_F(ResourceRequestsTest, LaterPageCarriesItsCursorAlone) {
   const std::string gone = "\"query-id\" has expired, was used already or is none";
-  std::vector<Refusal> refusals = {
+  std::vector<ResourceRefusal> refusals = {
       {kGraphQuery, R"({"query-id":"q1","limit":9})", "the body has the unknown member \"limit\""},
       {kGraphQuery, R"({"query-id":7})", gone}};
   for (const char* id : {"", "q", "q0", "q1", "q01", "1", "x1", "q-1", "q99999999999999999999"}) {
@@ -103,7 +103,7 @@ TEST_F(ResourceRequestsTest, LaterPageCarriesItsCursorAlone) {
 TEST_F(ResourceRequestsTest, InstancesAreAskedForByKnownMembers) {
   const std::string selector = "\"content-selector\" must be an array that is not empty";
   const std::string marker = "\"marker\" is none that a page has handed out";
-  std::vector<Refusal> refusals = {
+  std::vector<ResourceRefusal> refusals = {
       {kElements, R"({"contentSelector":["name"]})",
        "the body has the unknown member \"contentSelector\""},
       {kElements, R"({"content-selector":"name"})", selector},

@@ -106,7 +106,7 @@ TEST_F(RestTest, AnswerIsTheDocumentedOne) {
   EXPECT_THAT(document, HasSubstr(second));
 }
 
-struct Refusal {
+struct ParameterRefusal {
   std::string target;
   std::string reason;
 };
@@ -114,7 +114,7 @@ struct Refusal {
 TEST_F(RestTest, WrongParametersAreRefusedWithTheReason) {
   serveNetwork(10);
   const std::string path = kDevices;
-  const Refusal refusals[] = {
+  const ParameterRefusal refusals[] = {
       {path + "?limit=0", "parameter \"limit\" is \"0\", not a number from 1 to 100000"},
       {path + "?limit=100001", "parameter \"limit\" is \"100001\", not a number from 1 to 100000"},
       {path + "?limit=-1", "parameter \"limit\" is \"-1\", not a number from 1 to 100000"},
@@ -132,7 +132,7 @@ TEST_F(RestTest, WrongParametersAreRefusedWithTheReason) {
        "parameter \"marker\" is \"\xEF\xBF\xBD\"\", which no page has "
        "handed out"},
   };
-  for (const Refusal& refusal : refusals) {
+  for (const ParameterRefusal& refusal : refusals) {
     const httplib::Result result = get(refusal.target);
     ASSERT_TRUE(result) << refusal.target;
     EXPECT_EQ(result->status, 400) << refusal.target;

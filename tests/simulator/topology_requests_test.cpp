@@ -6,7 +6,7 @@
 namespace ormasim::testing {
 namespace {
 
-struct Refusal {
+struct TopologyRefusal {
   std::string request;  // conditions, target or body
   std::string reason;
 };
@@ -17,7 +17,7 @@ class TopologyRequestsTest : public ServerTest {
  protected:
   void SetUp() override { serveNetwork(10); }
 
-  void expectRefused(const httplib::Result& result, const Refusal& refusal) {
+  void expectRefused(const httplib::Result& result, const TopologyRefusal& refusal) {
     ASSERT_TRUE(result) << refusal.request;
     EXPECT_EQ(result->status, 400) << refusal.request;
     EXPECT_EQ(reasonOf(result), refusal.reason) << refusal.request;
@@ -25,7 +25,7 @@ class TopologyRequestsTest : public ServerTest {
 };
 
 // Refusals of one expression, of which each service has its own form of "caseSensitive".
-std::vector<Refusal> expressionRefusals(const std::string& flag) {
+std::vector<TopologyRefusal> expressionRefusals(const std::string& flag) {
   const std::string values = "\"value\" of operator \"in\" must be an array of 1 to 1000 values";
   return {
       {expression("label", "equal", "\"x\"", flag),
@@ -52,11 +52,11 @@ std::vector<Refusal> expressionRefusals(const std::string& flag) {
 }
 
 TEST_F(TopologyRequestsTest, WrongConditionsOfANodeQueryAreRefusedWithTheReason) {
-  std::vector<Refusal> refusals = expressionRefusals("true");
-  for (Refusal& refusal : refusals) refusal.request = conditions({refusal.request});
+  std::vector<TopologyRefusal> refusals = expressionRefusals("true");
+  for (TopologyRefusal& refusal : refusals) refusal.request = conditions({refusal.request});
   const char* const flag = "\"caseSensitive\" must be true or false";
   const std::string good = expression("nodeClass", "in", kAnyNode, "true");
-  const std::vector<Refusal> more = {
+  const std::vector<TopologyRefusal> more = {
       {conditions({expression("nodeClass", "in", kAnyNode, "\"false\"")}), flag},
       {conditions({expression("nodeClass", "in", kAnyNode, "0")}), flag},
       {conditions({good, expression("nodeClass", "in", kAnyNode, "null")}), flag},
@@ -75,13 +75,14 @@ TEST_F(TopologyRequestsTest, WrongConditionsOfANodeQueryAreRefusedWithTheReason)
       {std::string(2000, '['), "parameter \"conditions\" is not JSON"},
   };
   refusals.insert(refusals.end(), more.begin(), more.end());
-  for (const Refusal& refusal : refusals) expectRefused(get(tsNodes(refusal.request)), refusal);
+  for (const TopologyRefusal& refusal : refusals)
+    expectRefused(get(tsNodes(refusal.request)), refusal);
 }
 
 TEST_F(TopologyRequestsTest, WrongParametersOfANodeQueryAreRefusedWithTheReason) {
   const std::string path = kTsNodes;
   const std::string marker = "parameter \"marker\" is none that a page has handed out";
-  std::vector<Refusal> refusals = {
+  std::vector<TopologyRefusal> refusals = {
       {path + "?limit=0", "parameter \"limit\" is \"0\", not a number from 1 to 10000"},
       {path + "?limit=10001", "parameter \"limit\" is \"10001\", not a number from 1 to 10000"},
       {path + "?limit=x", "parameter \"limit\" is \"x\", not a number from 1 to 10000"},
@@ -95,18 +96,19 @@ TEST_F(TopologyRequestsTest, WrongParametersOfANodeQueryAreRefusedWithTheReason)
         "t--1-1", "t1-9223372036854775808", "d3", "%20t1-1", "t1-1%20", "t1%2B1"}) {
     refusals.push_back({path + "?marker=" + garbage, marker});
   }
-  for (const Refusal& refusal : refusals) expectRefused(get(refusal.request), refusal);
+  for (const TopologyRefusal& refusal : refusals) expectRefused(get(refusal.request), refusal);
 }
 
 TEST_F(TopologyRequestsTest, WrongBodiesOfAViewQueryAreRefusedWithTheReason) {
-  std::vector<Refusal> refusals = expressionRefusals("\"false\"");
-  for (Refusal& refusal : refusals) refusal.request = viewBody(viewFilter(refusal.request), "9");
+  std::vector<TopologyRefusal> refusals = expressionRefusals("\"false\"");
+  for (TopologyRefusal& refusal : refusals)
+    refusal.request = viewBody(viewFilter(refusal.request), "9");
   const std::string good = expression("nodeClass", "in", kAnyNode, "\"false\"");
   const std::string filter = viewFilter(good);
   const char* const flag = "\"caseSensitive\" must be the text \"true\" or \"false\"";
   const char* const limit = "\"limit\" must be a number from 1 to 10000";
   const char* const marker = "\"marker\" is none that a page has handed out";
-  const std::vector<Refusal> more = {
+  const std::vector<TopologyRefusal> more = {
       {viewBody(viewFilter(expression("nodeClass", "in", kAnyNode, "false")), "9"), flag},
       {viewBody(viewFilter(expression("nodeClass", "in", kAnyNode, "\"False\"")), "9"), flag},
       {viewBody(R"({"logOp":"or","simple":)" + good + "}", "9"), "\"logOp\" must be \"and\""},
@@ -138,7 +140,7 @@ TEST_F(TopologyRequestsTest, WrongBodiesOfAViewQueryAreRefusedWithTheReason) {
       {std::string(100000, '['), "the body is not JSON"},
   };
   refusals.insert(refusals.end(), more.begin(), more.end());
-  for (const Refusal& refusal : refusals) {
+  for (const TopologyRefusal& refusal : refusals) {
     expectRefused(post(kSubnetView, refusal.request), refusal);
   }
 }

@@ -12,7 +12,7 @@ namespace soak {
 namespace {
 
 constexpr std::int64_t kNoSuchDevice = 0x411800CC;
-constexpr long kUnknownId = 90'000'000;
+constexpr long kUnknownDevice = 90'000'000;
 
 Verdict getAllDevices(Context& context) {
   std::list<Device> devices;
@@ -26,7 +26,7 @@ Verdict getDevice(Context& context) {
   if (context.oneIn(20)) {
     Device device;
     const std::string untouched = rowOf(device);
-    return context.check([&] { return EMFTopoI::getDevice(kUnknownId, device); },
+    return context.check([&] { return EMFTopoI::getDevice(kUnknownDevice, device); },
                          [&] { return Rows{rowOf(device)}; },
                          Expected(kNoSuchDevice, Rows{untouched}));
   }
@@ -82,8 +82,9 @@ Verdict cacheGetUnknownDevice(Context& context) {
   Device device;
   Expected expected(0, Rows{rowOf(device)});
   expected.orSpoilt(Part::kBeginning);
-  return context.check([&] { return DeviceInfo::getInstance()->getDeviceByID(kUnknownId, device); },
-                       [&] { return Rows{rowOf(device)}; }, expected);
+  return context.check(
+      [&] { return DeviceInfo::getInstance()->getDeviceByID(kUnknownDevice, device); },
+      [&] { return Rows{rowOf(device)}; }, expected);
 }
 
 Verdict cacheGetDeviceByName(Context& context) {

@@ -10,15 +10,15 @@ namespace {
 using testing::HasSubstr;
 using testing::SizeIs;
 
-constexpr int kAlarms = 25;
+constexpr int kAlarmCount = 25;
 
 class AlarmFaults : public World {
  protected:
   AlarmFaults() {
     Inventory(database_).rows("DELETE FROM alarm");
-    const Outcome raised =
-        Process({ORMASIM, "raise", "--db", database_.string(), "--count", std::to_string(kAlarms)})
-            .finish();
+    const Outcome raised = Process({ORMASIM, "raise", "--db", database_.string(), "--count",
+                                    std::to_string(kAlarmCount)})
+                               .finish();
     EXPECT_EQ(raised.status, 0) << raised.err;
   }
 
@@ -82,19 +82,19 @@ TEST_F(AlarmFaults, FailureIsTracedWithWhatToCheck) {
 
 TEST_F(AlarmFaults, ShortStallOnlyTakesItsTime) {
   serveFrames(R"("action": "stall", "seconds": 0.05, "frame": 2)");
-  EXPECT_EQ(listed(), kAlarms);
+  EXPECT_EQ(listed(), kAlarmCount);
 }
 
 TEST_F(AlarmFaults, EmptyFrameAddsNothingAndTheExchangeGoesOn) {
   serveFrames(R"("action": "empty", "frame": 2)");
-  EXPECT_EQ(listed(), kAlarms - 10);
+  EXPECT_EQ(listed(), kAlarmCount - 10);
 }
 
 TEST_F(AlarmFaults, ItemsWithoutOptionalFieldsAreDelivered) {
   serveFrames(R"("action": "bare", "frame": "all")");
   const Outcome outcome = agent({"--format", "json", "alarm", "current"});
   const Rows rows = rowsOf("json", outcome.out);
-  ASSERT_THAT(rows, SizeIs(kAlarms + 1)) << outcome.err;
+  ASSERT_THAT(rows, SizeIs(kAlarmCount + 1)) << outcome.err;
   constexpr std::size_t kFdn = 13;
   ASSERT_EQ(rows[0][kFdn], "fdn");
   for (std::size_t i = 1; i < rows.size(); ++i) EXPECT_EQ(rows[i][kFdn], "") << i;
@@ -102,7 +102,7 @@ TEST_F(AlarmFaults, ItemsWithoutOptionalFieldsAreDelivered) {
 
 TEST_F(AlarmFaults, ExplicitTagsAreUnderstoodByBothSides) {
   serve({"--frame-items", "10", "--explicit-tags"});
-  EXPECT_EQ(listed(), kAlarms);
+  EXPECT_EQ(listed(), kAlarmCount);
 }
 
 TEST_F(AlarmFaults, FrameAboveTheLimitIsTold) {

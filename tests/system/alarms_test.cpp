@@ -22,7 +22,7 @@ const std::vector<std::string> kDefinitionFields = {
     "severity",     "oldSeverity", "auxText",   "auxValue1",  "alarmName",
     "description",  "auxValue2",   "class",     "function",   "level"};
 
-constexpr char kAlarms[] =
+constexpr char kStoredAlarms[] =
     "SELECT 0, 0, '', '', a.dev_id, d.main_type * 65536 + d.sub_type, a.group_id, k.event_type, "
     "a.severity, k.function_type, a.alarm_id, a.reason_id, "
     "strftime('%Y-%m-%dT%H:%M:%SZ', a.raised_at, 'unixepoch'), a.fdn, a.para, 1, "
@@ -69,7 +69,7 @@ class Alarms : public World {
 TEST_F(Alarms, CurrentListsEveryAlarmFrameByFrame) {
   serve({"--frame-items", "5"});
   raise(30);
-  const Rows expected = stored(kAlarms + std::string("ORDER BY serial_no"));
+  const Rows expected = stored(kStoredAlarms + std::string("ORDER BY serial_no"));
   ASSERT_THAT(expected, SizeIs(testing::Ge(30)));
   for (const char* format : {"json", "csv"}) {
     EXPECT_EQ(answered(format, {"alarm", "current"}, kAlarmFields), expected) << format;
@@ -94,12 +94,12 @@ TEST_F(Alarms, OptionsLeaveOutWhatTheyDoNotName) {
   const std::string order = "ORDER BY serial_no";
   EXPECT_EQ(
       answered("csv", {"alarm", "current", "--severity", "1", "--severity", "3"}, kAlarmFields),
-      stored(kAlarms + std::string("WHERE a.severity IN (1, 3) ") + order));
+      stored(kStoredAlarms + std::string("WHERE a.severity IN (1, 3) ") + order));
   const std::string device = stored("SELECT dev_id FROM alarm LIMIT 1")[0][0];
   EXPECT_EQ(answered("csv", {"alarm", "current", "--device", device}, kAlarmFields),
-            stored(kAlarms + std::string("WHERE a.dev_id = ") + device + " " + order));
+            stored(kStoredAlarms + std::string("WHERE a.dev_id = ") + device + " " + order));
   EXPECT_EQ(answered("csv", {"alarm", "current", "--limit", "7"}, kAlarmFields),
-            stored(kAlarms + order + " LIMIT 7"));
+            stored(kStoredAlarms + order + " LIMIT 7"));
   const Outcome table = agent({"alarm", "current", "--limit", "7"});
   EXPECT_THAT(table.err, HasSubstr("7 records ("));
   EXPECT_THAT(table.err, HasSubstr(" more left out), result 0: success\n"));

@@ -14,7 +14,7 @@ using testing::HasSubstr;
 
 constexpr int kGivenUp = 4;
 // Far above the deadlines that are set here and far below the usual ones.
-constexpr std::chrono::seconds kSeconds{20};
+constexpr std::chrono::seconds kFarAbove{20};
 
 class Deadlines : public World {
  protected:
@@ -23,7 +23,7 @@ class Deadlines : public World {
   // Runs a command that is given up after a second; standard error.
   std::string givenUp(std::vector<std::string> words, ProcessSetup setup = {}) {
     words.insert(words.begin(), {"--timeout", "1"});
-    const Outcome outcome = startAgent(words, std::move(setup))->finish(kSeconds);
+    const Outcome outcome = startAgent(words, std::move(setup))->finish(kFarAbove);
     EXPECT_EQ(outcome.status, kGivenUp) << outcome.err;
     return outcome.err;
   }
@@ -56,7 +56,7 @@ TEST_F(Deadlines, ARestServiceThatSaysNothingEndsByItsOwnDeadlineFirst) {
     document["rest"]["baseUrl"] = silent_.url();
     document["rest"]["totalTimeoutMs"] = 200;
   });
-  const Outcome outcome = startAgent({"cache", "device", "12"})->finish(kSeconds);
+  const Outcome outcome = startAgent({"cache", "device", "12"})->finish(kFarAbove);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.err, HasSubstr("timed out"));
 }
@@ -111,7 +111,7 @@ TEST_F(Deadlines, AServeThatNeverStops) {
   const auto agent = startAgent({"--timeout", "1", "serve"});
   agent->awaitError("ready\n");
   agent->send(SIGTERM);
-  const Outcome outcome = agent->finish(kSeconds);
+  const Outcome outcome = agent->finish(kFarAbove);
   EXPECT_EQ(outcome.status, kGivenUp);
   EXPECT_THAT(outcome.err, HasSubstr("it waited for the services to stop\n"));
 }
@@ -124,7 +124,7 @@ TEST_F(Deadlines, ANameOfTheRestServiceThatIsNeverResolved) {
     document["rest"]["connectTimeoutMs"] = 300;
   });
   const Outcome outcome =
-      startAgent({"cache", "device", "12"}, withoutNameService())->finish(kSeconds);
+      startAgent({"cache", "device", "12"}, withoutNameService())->finish(kFarAbove);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.err, HasSubstr("Resolving timed out"));
 }
@@ -135,7 +135,7 @@ TEST_F(Deadlines, ANameOfTheFaultServerThatIsNeverResolved) {
     document["faultServer"]["port"] = 1;
     document["faultServer"]["connectTimeoutMs"] = 300;
   });
-  const Outcome outcome = startAgent({"alarm", "current"}, withoutNameService())->finish(kSeconds);
+  const Outcome outcome = startAgent({"alarm", "current"}, withoutNameService())->finish(kFarAbove);
   EXPECT_NE(outcome.status, 0);
   EXPECT_THAT(outcome.err, HasSubstr("no connection in time"));
 }

@@ -24,7 +24,7 @@ static_assert(std::is_same_v<decltype(findPortstatusByportidx), std::int32_t(con
 
 constexpr char kInvalid[] = "__ONBI_INVALID_STRING__";
 constexpr char kEntering[] = "[findPortstatusByportidx] entering";
-constexpr char kLeaving[] = "[findPortstatusByportidx] leaving";
+constexpr char kLeavingStatus[] = "[findPortstatusByportidx] leaving";
 constexpr std::size_t kMostCharacters = 1023;
 
 const PortIndex kPort = portAt(12, 0, 3, 1, 5);
@@ -149,7 +149,7 @@ TEST_F(LinkPortStatus, CallIsTracedWithThePortsFields) {
                           trace(3,
                                 "portIndex neID: 12,  shelfID: 0, slotID:3, subSlotID:-1, "
                                 "portID:5, portName:GE %s%n;1, domainType:-7, type:65537"),
-                          trace(1, kLeaving)));
+                          trace(1, kLeavingStatus)));
   EXPECT_THAT(platform().text.formats(), ElementsAre(FieldsAre(1024U, kMostCharacters, _)));
   EXPECT_THAT(platform().log.lines(), IsEmpty());
 }
@@ -161,7 +161,7 @@ TEST_F(LinkPortStatus, LongNameIsCutAndTheCutIsTraced) {
   EXPECT_THAT(platform().trace.lines(),
               ElementsAre(trace(1, kEntering), trace(1, "snprintf_s failed."),
                           trace(3, start + std::string(kMostCharacters - start.size(), 'n')),
-                          trace(1, kLeaving)));
+                          trace(1, kLeavingStatus)));
 }
 
 TEST_F(LinkPortStatus, FailedFormattingIsTracedAndTheWorkGoesOn) {
@@ -170,7 +170,7 @@ TEST_F(LinkPortStatus, FailedFormattingIsTracedAndTheWorkGoesOn) {
   EXPECT_EQ(findPortstatusByportidx(kPort), 9);
   EXPECT_THAT(platform().trace.lines(),
               ElementsAre(trace(1, kEntering), trace(1, "snprintf_s failed."), trace(3, "port"),
-                          trace(1, kLeaving)));
+                          trace(1, kLeavingStatus)));
 }
 
 TEST_F(LinkPortStatus, CodeOfAProcessExceptionIsLoggedWithTheIds) {
@@ -182,7 +182,7 @@ TEST_F(LinkPortStatus, CodeOfAProcessExceptionIsLoggedWithTheIds) {
                   "unknown", Gt(0), 1,
                   "[emftopointerface:adapterlinkPortstatus]get port status failed. Error: -5 " +
                       resourceId(kPort) + "; ")));
-  EXPECT_THAT(platform().trace.texts(), ElementsAre(kEntering, _, kLeaving));
+  EXPECT_THAT(platform().trace.texts(), ElementsAre(kEntering, _, kLeavingStatus));
 }
 
 TEST_F(LinkPortStatus, AnythingElseThatIsThrownIsLoggedWithTheNumberOfPorts) {

@@ -18,14 +18,14 @@ namespace {
 using doubles::platform;
 using NS_BUNDLEMGR1::ServiceObjectBase;
 
-const std::string kText = "a text of an error that takes memory of its own";
+const std::string kErrorText = "a text of an error that takes memory of its own";
 constexpr unsigned long kCode = 5;
 
 void scriptResourceFiles() {
   static const doubles::TempDirectory& installation = *[] {
     static doubles::TempDirectory made;
     made.write("etc/nbires/en_US/errcode_ACCESS_TDT.res", "5=replaced\n");
-    made.write("etc/nbires/en_US/other_errcode_of_a_long_name.res", "0x5=" + kText + "\n");
+    made.write("etc/nbires/en_US/other_errcode_of_a_long_name.res", "0x5=" + kErrorText + "\n");
     std::filesystem::create_directories(made.path() / "agent");
     return &made;
   }();
@@ -50,7 +50,7 @@ Outcome loadTable(const Fault& fault) {
 }
 
 // What a file that cannot be read leaves of the texts.
-const std::map<std::string, Texts> kLostTexts = {{kText, {"replaced", "unknown"}}};
+const std::map<std::string, Texts> kLostTexts = {{kErrorText, {"replaced", "unknown"}}};
 
 // A service as the bundle manager has it.
 class Service {
@@ -151,7 +151,7 @@ const std::vector<Operation>& frameOperations() {
   static const std::vector<Operation> rows = {
       {"CAEmfMcdbErrorCodeMgr::Init",
        loadTable,
-       {"1", {kText}, {}},
+       {"1", {kErrorText}, {}},
        Left::kWhole,
        {{"environment", {"1"}},
         {"directory", {"1"}},
@@ -178,7 +178,7 @@ const std::vector<Operation>& frameOperations() {
        1},
       {"ii_ormaiac_emf::init",
        initService,
-       {"0", {kText, kLink}, {}},
+       {"0", {kErrorText, kLink}, {}},
        Left::kWhole,
        {{"environment", {"0"}},
         {"directory", {"0"}},
@@ -190,7 +190,7 @@ const std::vector<Operation>& frameOperations() {
         {"configuration item", {"0"}},
         {"mutex", {"-1|0"}}},
        {"0"},
-       {{kText, {"replaced", "unknown"}}, {kLink, {""}}},
+       {{kErrorText, {"replaced", "unknown"}}, {kLink, {""}}},
        2},
       {"ii_ormaiac_emf::ExitSvc",
        exitService,

@@ -1,5 +1,6 @@
 // EMFResMgrI without its labels, and the name helpers.
 #include "emfresinterface.h"
+#include "long_name.h"
 #include "operation.h"
 #include "orma/access/prdu_res_info_convert.h"
 #include "orma/ident/resource_ids.h"
@@ -18,9 +19,6 @@ constexpr char kElements[] = "/rest/resource/v3/instances/objects/FixedNetworkEl
 constexpr char kContents[] = "/rest/resource/v3/instances/objects";
 constexpr char kTypes[] = "/rest/resource/v2/metadatas/main-resource-type";
 constexpr std::int64_t kIidBit = std::int64_t{1} << 60;
-
-const std::string kLongName = "a name that takes memory of its own";
-const std::string kConverted = "UTF-8>GBK:" + kLongName;
 
 // A page of objects, with what makes the reader ask for the next one.
 Json::Value page(const char* list, const std::vector<std::string>& objects,
@@ -129,8 +127,8 @@ const std::list<NbiResMainType> kTypesAfter = {
     {9, "before"}, {1, kConverted}, {3, kConverted}, {6, kConverted}};
 
 using AccessTypes = std::map<int, std::string>;
-const AccessTypes kAccessBefore = {{3, "before"}};
-const AccessTypes kAccessAfter = {{86, "ACCESS"}, {100, "ACCESS"}, {268389721, "ACCESS"}};
+const AccessTypes kAccessTypesBefore = {{3, "before"}};
+const AccessTypes kAccessTypesAfter = {{86, "ACCESS"}, {100, "ACCESS"}, {268389721, "ACCESS"}};
 
 void scriptAccessTypes() {
   static const doubles::TempDirectory& root = *[] {
@@ -220,9 +218,9 @@ const std::vector<Operation>& resourceOperations() {
        {},
        1},
       {"EMFResMgrI::getAccessNETypeList",
-       calling(scriptAccessTypes, kAccessBefore,
+       calling(scriptAccessTypes, kAccessTypesBefore,
                [](auto& out) { return EMFResMgrI::getAccessNETypeList(out); }),
-       {"0", textsOf(kAccessAfter), {}},
+       {"0", textsOf(kAccessTypesAfter), {}},
        Left::kWhole,
        {{"root path", {"0"}},
         {"path", {"0"}},
@@ -230,7 +228,7 @@ const std::vector<Operation>& resourceOperations() {
         {"file status", {"0"}},
         {"stream", {"0"}}},
        {},
-       {{textsOf(kAccessAfter).front(), textsOf(kAccessBefore)}},
+       {{textsOf(kAccessTypesAfter).front(), textsOf(kAccessTypesBefore)}},
        1},
       {"EMFResMgrI::AdpDevID2FDN",
        calling(scriptNothing, std::string("left over"),

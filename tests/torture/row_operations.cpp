@@ -16,7 +16,7 @@ using doubles::platform;
 using refl::CValue;
 
 const std::string kStatement = "SELECT id, name FROM device WHERE dev_id > :id ORDER BY id";
-const std::string kLongName = "core-1, a name that takes memory of its own";
+const std::string kRowName = "core-1, a name that takes memory of its own";
 const std::vector<CValue> kParameters = {CValue(std::int64_t{1})};
 const std::vector<std::string> kColumns = {"id", "name", "no column of this name"};
 
@@ -32,8 +32,8 @@ std::ostream& operator<<(std::ostream& out, const Row& row) {
 }
 
 void scriptRows() {
-  platform().cursors.gives({"id", "name"}, {{CValue(std::int64_t{2}), CValue(kLongName)},
-                                            {CValue(std::int64_t{3}), CValue(kLongName)}});
+  platform().cursors.gives({"id", "name"}, {{CValue(std::int64_t{2}), CValue(kRowName)},
+                                            {CValue(std::int64_t{3}), CValue(kRowName)}});
 }
 
 // The whole use of a reader: it is made, opens, reads to the end with `fetch`, and goes.
@@ -110,19 +110,19 @@ int nextStatus() {
   return reader.lastStatus().IsOk() ? 0 : 1;
 }
 
-const std::list<Row> kBefore = {{{CValue(std::int64_t{9})}}};
+const std::list<Row> kRowsBefore = {{{CValue(std::int64_t{9})}}};
 const std::list<Row> kRows = {
     {{CValue(std::int64_t{9})}},
-    {{CValue(std::int64_t{2}), CValue(kLongName)}},
-    {{CValue(std::int64_t{3}), CValue(kLongName)}},
+    {{CValue(std::int64_t{2}), CValue(kRowName)}},
+    {{CValue(std::int64_t{3}), CValue(kRowName)}},
 };
 const std::list<Row> kNamedRows = {
     {{CValue(std::int64_t{9})}},
-    {{CValue(std::int64_t{2}), CValue(kLongName), CValue()}},
-    {{CValue(std::int64_t{3}), CValue(kLongName), CValue()}},
+    {{CValue(std::int64_t{2}), CValue(kRowName), CValue()}},
+    {{CValue(std::int64_t{3}), CValue(kRowName), CValue()}},
 };
 const std::list<Row> kOneRun = {
-    {{CValue(std::int64_t{2}), CValue(kLongName), CValue(std::int64_t{3}), CValue(kLongName)}}};
+    {{CValue(std::int64_t{2}), CValue(kRowName), CValue(std::int64_t{3}), CValue(kRowName)}}};
 
 // A statement that is refused makes every fetch give 1, and a row that cannot be read ends them.
 const std::map<std::string, Texts> kReadOutages = {{"statement", {"1", kNoMemory}},
@@ -135,7 +135,7 @@ const dao::CExecStatus kStatus(dao::kExecStatementFailed, "a reason that takes m
 const std::vector<Operation>& rowOperations() {
   static const std::vector<Operation> rows = {
       {"DbRowReader::fetchRowByIndex",
-       calling(scriptRows, kBefore, readByIndex),
+       calling(scriptRows, kRowsBefore, readByIndex),
        {"6", textsOf(kRows), {}},
        Left::kStart,
        kReadOutages,
@@ -143,7 +143,7 @@ const std::vector<Operation>& rowOperations() {
        {},
        1},
       {"DbRowReader::fetchRowByNames",
-       calling(scriptRows, kBefore, readByNames),
+       calling(scriptRows, kRowsBefore, readByNames),
        {"6", textsOf(kNamedRows), {}},
        Left::kStart,
        kReadOutages,
@@ -151,7 +151,7 @@ const std::vector<Operation>& rowOperations() {
        {},
        1},
       {"DbRowReader::fetchRowByMap",
-       calling(scriptRows, kBefore, readByMap),
+       calling(scriptRows, kRowsBefore, readByMap),
        {"6", textsOf(kRows), {}},
        Left::kStart,
        kReadOutages,

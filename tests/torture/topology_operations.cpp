@@ -3,6 +3,7 @@
 #include "emfmominterface.h"
 #include "emftopointerface.h"
 #include "links.h"
+#include "long_name.h"
 #include "operation.h"
 #include "platform.h"
 #include "topology_records.h"
@@ -15,9 +16,6 @@ using doubles::platform;
 
 constexpr char kNodesPath[] = "/rest/topology/v3/tsnodes";
 constexpr char kSubMapOutage[] = "1092092116";  // 0x411800D4
-
-const std::string kLongName = "a name that takes memory of its own";
-const std::string kConverted = "UTF-8>GBK:" + kLongName;
 
 // --- Devices
 

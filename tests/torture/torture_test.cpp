@@ -167,13 +167,13 @@ TEST(TortureTable, NamesEachOperationOnce) {
 
 // --- The torture itself
 
-constexpr char kText[] = "a text that takes memory of its own";
+constexpr char kAnyText[] = "a text that takes memory of its own";
 
 // An operation that appends one text, as `append` does it.
 Operation appending(void (*append)(Texts& out)) {
   return {"appending",
           calling(scriptNothing, Texts{"before"}, [append](Texts& out) { append(out); }),
-          {"done", {"before", kText}, {}},
+          {"done", {"before", kAnyText}, {}},
           Left::kStart,
           {},
           {},
@@ -187,14 +187,14 @@ void tormentByAllocation(void (*append)(Texts& out)) {
 }
 
 TEST(TortureItself, FindsNothingInWhatIsRight) {
-  tormentByAllocation([](Texts& out) { out.emplace_back(kText); });
+  tormentByAllocation([](Texts& out) { out.emplace_back(kAnyText); });
 }
 
 TEST(TortureItself, FindsALeak) {
   EXPECT_NONFATAL_FAILURE(tormentByAllocation([](Texts& out) {
                             auto* const leaked = new std::string;
                             try {
-                              out.emplace_back(kText);
+                              out.emplace_back(kAnyText);
                             } catch (...) {
                               static std::list<std::unique_ptr<std::string>> kept;
                               kept.emplace_back(leaked);
@@ -213,7 +213,7 @@ TEST(TortureItself, FindsWhatIsNotToldOrLeftOver) {
   const Struck lack{true, {}, 1};
   const Struck request{false, {"REST request", 1}, 1};
   const Struck lock{false, {"mutex", 1}, 1};
-  const Texts whole = {"before", kText};
+  const Texts whole = {"before", kAnyText};
   const Texts start = {"before"};
   const Texts wrong = {"before", "half a te"};
   struct {

@@ -16,7 +16,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-CValue integer(std::int64_t value) { return CValue(value); }
 CValue text(const std::string& value) { return CValue(value); }
 
 class CursorTable : public InventoryTest {

@@ -5,11 +5,13 @@
 #include <gtest/gtest.h>
 #include <json/value.h>
 
+#include <cstdint>
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include "orma/dao/emf_comm_db_engine.h"
+#include "orma/refl/value.h"
 
 namespace dao::test {
 
@@ -24,6 +26,9 @@ class TemporaryDirectory {
  private:
   std::string path_;
 };
+
+// A literal of any width as a value of 64 bits.
+inline refl::CValue integer(std::int64_t value) { return refl::CValue(value); }
 
 struct LoggedLine {
   std::string level;

@@ -15,8 +15,6 @@ using ::testing::IsEmpty;
 constexpr char kNameOf[] = "SELECT name FROM device WHERE dev_id = :id";
 constexpr char kAllNames[] = "SELECT name FROM device ORDER BY dev_id";
 
-CValue integer(std::int64_t value) { return CValue(value); }
-
 class PreparedStatements : public InventoryTest {
  protected:
   std::vector<std::string> firsts(const std::string& statement,
