@@ -39,9 +39,7 @@ set(CPACK_STRIP_FILES ON)
 # The configuration lies outside the prefix, so everything is installed below DESTDIR.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
-# Readable by everybody, whatever the mask of the user who packs.
-set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
-    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/open_directories.cmake)
 
 set(same_version "(= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_PACKAGE_SECTION net)
