@@ -34,7 +34,7 @@ Verdict readContents(Context& context, dao::CSqlSession* session, const Fetch& f
       read, [&] { return rows; }, Expected(DbRowReader::kNoMoreRows, std::move(expected)));
 }
 
-std::string textOf(const std::vector<refl::CValue>& row) {
+std::string rowTextOf(const std::vector<refl::CValue>& row) {
   return joined(row[0].asText(), row[1].asText(), row[2].asInteger(), row[3].asInteger());
 }
 
@@ -42,7 +42,7 @@ Verdict fetchRowByIndex(Context& context) {
   return readContents(context, nullptr, [](DbRowReader& reader, Rows& rows) {
     std::vector<refl::CValue> row;
     const int result = reader.fetchRowByIndex(row, 4);
-    if (result == DbRowReader::kRowRead) rows.push_back(textOf(row));
+    if (result == DbRowReader::kRowRead) rows.push_back(rowTextOf(row));
     return result;
   });
 }
@@ -53,7 +53,7 @@ Verdict fetchRowByNames(Context& context) {
   return readContents(context, &session, [](DbRowReader& reader, Rows& rows) {
     std::vector<refl::CValue> row;
     const int result = reader.fetchRowByNames(row, {"native_id", "name", "main_type", "sub_type"});
-    if (result == DbRowReader::kRowRead) rows.push_back(textOf(row));
+    if (result == DbRowReader::kRowRead) rows.push_back(rowTextOf(row));
     return result;
   });
 }
@@ -66,7 +66,7 @@ Verdict fetchRowByMap(Context& context) {
                     {"4", {"sub_type", "resource", {}}}};
     const int result = reader.fetchRowByMap(row);
     if (result == DbRowReader::kRowRead) {
-      rows.push_back(textOf({row["1"].value, row["2"].value, row["3"].value, row["4"].value}));
+      rows.push_back(rowTextOf({row["1"].value, row["2"].value, row["3"].value, row["4"].value}));
     }
     return result;
   });

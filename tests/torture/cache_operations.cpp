@@ -13,19 +13,19 @@ using doubles::platform;
 const std::string kOldName = "an old name that takes memory of its own";
 const std::string kNewName = "a new name that takes memory of its own";
 
-void network(const std::string& name) {
+void deviceNamed(const std::string& name) {
   platform().rest.devices({test::deviceObject("NE=2", name), test::deviceObject("NE=3", name)});
 }
 
 void scriptEmptyCache() {
-  network(kNewName);
+  deviceNamed(kNewName);
   DeviceInfo::Instance();
 }
 
 void scriptFullCache() {
-  network(kOldName);
+  deviceNamed(kOldName);
   DeviceInfo::Instance()->setDeviceMap();
-  network(kNewName);
+  deviceNamed(kNewName);
 }
 
 const Device kLeftOver = test::device(77, "left over", 8, 9, "left over");
