@@ -92,9 +92,10 @@ class Lifecycle : public World {
 // Below one block of the allocator for each life; the allocator itself drifts by some bytes.
 TEST_F(Lifecycle, ThousandLivesLeaveNothingBehind) { expectNothingLeft(100, 900, 24); }
 
-TEST_F(Lifecycle, TwentyLivesWithTheTaskLeaveNothingBehind) {
+// With a second thread the allocator takes longer to settle: some tens of kilobytes in all.
+TEST_F(Lifecycle, LivesWithTheTaskLeaveNothingBehind) {
   reportSubnets();
-  expectNothingLeft(5, 15, 1024);
+  expectNothingLeft(20, 60, 1024);
 }
 
 }  // namespace
