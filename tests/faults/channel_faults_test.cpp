@@ -5,6 +5,7 @@
 
 #include "channel_fixture.h"
 #include "http_answers.h"
+#include "loopback_ports.h"
 
 namespace emf::faults {
 namespace {
@@ -336,7 +337,7 @@ class FaultMatrixChannel : public ChannelMatrix {
 TEST_F(FaultMatrixChannel, Refused) { expectEach(code(6102)); }
 
 TEST_F(FaultMatrixChannel, StalledInTheConnecting) {
-  const DeafPeer deaf;
+  const DeafPort deaf;
   reach(deaf.port(), kShortMs);
   const auto took = timeOf([&] { expectEach(code(6103)); });
   EXPECT_GE(took.count(), kShortMs * 2 * 9 / 10);

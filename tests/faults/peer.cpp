@@ -1,8 +1,6 @@
 #include "peer.h"
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
@@ -10,33 +8,14 @@
 
 #include <algorithm>
 
+#include "loopback_ports.h"
+
 namespace emf::faults {
 namespace {
 
-sockaddr_in loopback(int port) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  address.sin_port = htons(static_cast<std::uint16_t>(port));
-  return address;
-}
-
-void setOn(int socket, int level, int option) {
+void sendAtOnce(int socket) {
   const int on = 1;
-  ::setsockopt(socket, level, option, &on, sizeof on);
-}
-
-// A socket at that port of loopback, which becomes the port's number where it was 0.
-int boundSocket(int& port) {
-  const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  setOn(socket, SOL_SOCKET, SO_REUSEADDR);
-  sockaddr_in address = loopback(port);
-  socklen_t size = sizeof address;
-  auto* const generic = reinterpret_cast<sockaddr*>(&address);
-  EXPECT_EQ(::bind(socket, generic, size), 0);
-  EXPECT_EQ(::getsockname(socket, generic, &size), 0);
-  port = ntohs(address.sin_port);
-  return socket;
+  ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
 }
 
 }  // namespace
@@ -93,7 +72,7 @@ bool Wire::closedWithin(int milliseconds) const {
   return false;
 }
 
-Peer::Peer() : reservation_(boundSocket(port_)) {}
+Peer::Peer() : reservation_(boundToLoopback(port_)) {}
 
 Peer::~Peer() {
   go();
@@ -103,7 +82,7 @@ Peer::~Peer() {
 void Peer::come(Script script) {
   go();
   script_ = std::move(script);
-  listener_ = boundSocket(port_);
+  listener_ = boundToLoopback(port_);
   EXPECT_EQ(::listen(listener_, 64), 0);
   accepting_ = std::thread([this] { accept(); });
 }
@@ -128,7 +107,7 @@ void Peer::accept() {
   for (std::size_t number = 0;; ++number) {
     const int socket = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
     if (socket < 0) return;
-    setOn(socket, IPPROTO_TCP, TCP_NODELAY);
+    sendAtOnce(socket);
     {
       const std::lock_guard<std::mutex> lock(mutex_);
       sockets_.push_back(socket);
@@ -143,23 +122,6 @@ void Peer::serve(int socket, std::size_t number) {
   const std::lock_guard<std::mutex> lock(mutex_);
   sockets_.remove(socket);
   ::close(socket);
-}
-
-DeafPeer::DeafPeer() : listener_(boundSocket(port_)) {
-  EXPECT_EQ(::listen(listener_, 0), 0);
-  // The first fills the queue of the connections to accept, the others make sure that it is full.
-  const sockaddr_in address = loopback(port_);
-  int type = SOCK_STREAM;
-  for (int& filler : fillers_) {
-    filler = ::socket(AF_INET, type | SOCK_CLOEXEC, 0);
-    ::connect(filler, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-    type = SOCK_STREAM | SOCK_NONBLOCK;
-  }
-}
-
-DeafPeer::~DeafPeer() {
-  for (const int filler : fillers_) ::close(filler);
-  ::close(listener_);
 }
 
 }  // namespace emf::faults

@@ -73,19 +73,4 @@ class Peer {
   std::thread accepting_;
 };
 
-// An address where the making of a connection never ends.
-class DeafPeer {
- public:
-  DeafPeer();
-  DeafPeer(const DeafPeer&) = delete;
-  DeafPeer& operator=(const DeafPeer&) = delete;
-  ~DeafPeer();
-  int port() const { return port_; }
-
- private:
-  int port_ = 0;
-  int listener_ = -1;
-  int fillers_[4] = {-1, -1, -1, -1};
-};
-
 }  // namespace emf::faults

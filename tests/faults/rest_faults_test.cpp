@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "http_answers.h"
+#include "loopback_ports.h"
 #include "rest_faults.h"
 #include "rest_fixture.h"
 
@@ -88,7 +89,7 @@ class Rest : public RestMatrix, public testing::WithParamInterface<RestFault> {
     EXPECT_THAT(lines, HasSubstr(exchange.failureLine));
   }
 
-  const DeafPeer deaf_;
+  const DeafPort deaf_;
   std::size_t met_ = 0;
 };
 

@@ -56,17 +56,11 @@ TEST_F(AgentLog, TextIsNoFormat) {
   EXPECT_EQ(contentOfLog("agent.log"), "100%s %n\n");
 }
 
-struct AgentThreshold {
-  std::size_t bytes;
-  bool rotates;
-};
-
-class AgentLogThreshold : public AgentLog, public testing::WithParamInterface<AgentThreshold> {};
+class AgentLogThreshold : public AgentLog, public testing::WithParamInterface<Threshold> {};
 
 INSTANTIATE_TEST_SUITE_P(Bytes, AgentLogThreshold,
-                         testing::Values(AgentThreshold{99999, false},
-                                         AgentThreshold{100000, false},
-                                         AgentThreshold{100001, true}),
+                         testing::Values(Threshold{99999, false}, Threshold{100000, false},
+                                         Threshold{100001, true}),
                          [](const auto& row) { return std::to_string(row.param.bytes); });
 
 TEST_P(AgentLogThreshold, OnlyMoreThan100000BytesRotate) {

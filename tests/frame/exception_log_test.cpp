@@ -61,19 +61,11 @@ TEST_F(ExceptionLog, ThatCannotBeOpenedIsTold) {
   EXPECT_EQ(contentOfLog("exception.txt"), "kept");
 }
 
-struct ExceptionThreshold {
-  std::size_t bytes;
-  bool rotates;
-};
-
-class ExceptionLogThreshold : public ExceptionLog,
-                              public testing::WithParamInterface<ExceptionThreshold> {};
+class ExceptionLogThreshold : public ExceptionLog, public testing::WithParamInterface<Threshold> {};
 
 INSTANTIATE_TEST_SUITE_P(Bytes, ExceptionLogThreshold,
-                         testing::Values(ExceptionThreshold{100001, false},
-                                         ExceptionThreshold{199999, false},
-                                         ExceptionThreshold{200000, false},
-                                         ExceptionThreshold{200001, true}),
+                         testing::Values(Threshold{100001, false}, Threshold{199999, false},
+                                         Threshold{200000, false}, Threshold{200001, true}),
                          [](const auto& row) { return std::to_string(row.param.bytes); });
 
 TEST_P(ExceptionLogThreshold, OnlyMoreThan200000BytesRotate) {

@@ -21,6 +21,12 @@
 
 namespace emf::test {
 
+// Whether a log of that size is rotated by the next text.
+struct Threshold {
+  std::size_t bytes;
+  bool rotates;
+};
+
 // A log service whose log objects print, so that a message is seen from outside the process.
 class PrintingLog : public NS_LOG_SERVICE1::LogObject {
  public:

@@ -1,34 +1,9 @@
 #include "scripted_peer.h"
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
-
-namespace {
-
-sockaddr_in loopback(int port) {
-  sockaddr_in address = {};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  address.sin_port = htons(static_cast<std::uint16_t>(port));
-  return address;
-}
-
-int bindLoopback(int& port) {
-  const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address = loopback(0);
-  socklen_t size = sizeof address;
-  auto* const generic = reinterpret_cast<sockaddr*>(&address);
-  EXPECT_EQ(::bind(socket, generic, size), 0);
-  EXPECT_EQ(::getsockname(socket, generic, &size), 0);
-  port = ntohs(address.sin_port);
-  return socket;
-}
-
-}  // namespace
 
 std::string PeerConnection::readHeaders() {
   std::string text;
@@ -69,7 +44,7 @@ void PeerConnection::stayDeaf() {
   ::poll(&waiting, 1, -1);
 }
 
-ScriptedPeer::ScriptedPeer(Script script) : listener_(bindLoopback(port_)) {
+ScriptedPeer::ScriptedPeer(Script script) : listener_(boundToLoopback(port_)) {
   EXPECT_EQ(::listen(listener_, 64), 0);
   EXPECT_EQ(::pipe(wakeUp_), 0);
   thread_ = std::thread([this, script = std::move(script)] { serve(script); });
@@ -98,25 +73,4 @@ ScriptedPeer::Script answers(std::string bytes) {
     connection.readHeaders();
     connection.send(bytes);
   };
-}
-
-ClosedPort::ClosedPort() : socket_(bindLoopback(port_)) {}
-
-ClosedPort::~ClosedPort() { ::close(socket_); }
-
-DeafPort::DeafPort() : listener_(bindLoopback(port_)) {
-  EXPECT_EQ(::listen(listener_, 0), 0);
-  // The first fills the queue of the connections to accept, the others make sure that it is full.
-  const sockaddr_in address = loopback(port_);
-  int type = SOCK_STREAM;
-  for (int& filler : fillers_) {
-    filler = ::socket(AF_INET, type | SOCK_CLOEXEC, 0);
-    ::connect(filler, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-    type = SOCK_STREAM | SOCK_NONBLOCK;
-  }
-}
-
-DeafPort::~DeafPort() {
-  for (const int filler : fillers_) ::close(filler);
-  ::close(listener_);
 }

@@ -1,11 +1,12 @@
 // A TCP peer that does what a test's script says, well or badly, once a client has sent a request.
 #pragma once
 
-#include <array>
 #include <functional>
 #include <string>
 #include <string_view>
 #include <thread>
+
+#include "loopback_ports.h"
 
 // One accepted connection, as the script sees it.
 class PeerConnection {
@@ -54,34 +55,3 @@ class ScriptedPeer {
 
 // Reads the request, sends `bytes` and closes.
 ScriptedPeer::Script answers(std::string bytes);
-
-// An address of loopback that refuses connections.
-class ClosedPort {
- public:
-  ClosedPort();
-  ClosedPort(const ClosedPort&) = delete;
-  ClosedPort& operator=(const ClosedPort&) = delete;
-  ~ClosedPort();
-  int port() const { return port_; }
-  std::string url() const { return "http://127.0.0.1:" + std::to_string(port_); }
-
- private:
-  int port_ = 0;
-  int socket_ = -1;
-};
-
-// An address of loopback where the making of a connection never ends.
-class DeafPort {
- public:
-  DeafPort();
-  DeafPort(const DeafPort&) = delete;
-  DeafPort& operator=(const DeafPort&) = delete;
-  ~DeafPort();
-  int port() const { return port_; }
-  std::string url() const { return "http://127.0.0.1:" + std::to_string(port_); }
-
- private:
-  int port_ = 0;
-  int listener_ = -1;
-  std::array<int, 4> fillers_{};
-};
