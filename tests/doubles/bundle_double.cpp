@@ -275,7 +275,10 @@ bool CorbaConfigItems::GetIntItemInfo(const std::string& name, int& value) {
   return platform().config.readItem(name, value);
 }
 
-std::string GetORMAEnvironment() { return platform().config.environment(); }
+std::string GetORMAEnvironment() {
+  platform().journal.note("environment");
+  return platform().config.environment();
+}
 std::string GetORMARootPath() { return platform().config.rootPath(); }
 
 }  // namespace NS_BUNDLEMGR1

@@ -121,7 +121,10 @@ OrmaMsg* OrmaMsg::instance() {
   static auto* message = new OrmaMsg;
   return message;
 }
-std::string OrmaMsg::getLanguage() { return platform().text.language(); }
+std::string OrmaMsg::getLanguage() {
+  platform().journal.note("language");
+  return platform().text.language();
+}
 }  // namespace Ormacommon
 
 namespace NS_ORMACORBA {

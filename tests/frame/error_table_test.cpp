@@ -40,6 +40,12 @@ TEST_F(ErrorTableTest, EmptyDirectoryGivesAnEmptyTable) {
   EXPECT_THAT(platform().log.lines(), IsEmpty());
 }
 
+TEST_F(ErrorTableTest, BaseDirectoryIsAskedForBeforeTheLanguage) {
+  platform().journal.reset();
+  table().Init();
+  EXPECT_THAT(platform().journal.events(), ElementsAre("environment", "language"));
+}
+
 TEST_F(ErrorTableTest, MissingDirectoryIsSilent) {
   platform().config.environment(environment() + "/nowhere");
   EXPECT_TRUE(table().Init());
