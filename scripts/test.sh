@@ -31,8 +31,9 @@ build_stage() {
   cmake --preset "$1" --log-level=WARNING && cmake --build --preset "$1" --parallel "$jobs"
 }
 
+# One more than there are processors, since many tests wait for a deadline.
 test_stage() {
-  ctest --preset "$1" --parallel "$jobs" 2>&1 | tee "build/$1/ctest.log"
+  ctest --preset "$1" --parallel $((jobs + 1)) 2>&1 | tee "build/$1/ctest.log"
 }
 
 # closing_line STAGE prints ctest's own count of the stage.
