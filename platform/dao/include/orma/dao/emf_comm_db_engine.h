@@ -34,7 +34,7 @@ struct NodeStruct {
 };
 
 // What the database tells of one resource.
-struct _SResProperty {
+struct _SResProperty {  // NOLINT(bugprone-reserved-identifier): callers know it by this name
   // Number and value of each attribute, in the order of the numbers; values are UTF-8.
   std::list<std::pair<int, std::string>> attributes;
 };
