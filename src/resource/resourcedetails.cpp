@@ -12,7 +12,6 @@
 #include "orma/ident/resource_ids.h"
 #include "orma/rest/nbi_http_proxy.h"
 #include "resourcenames.h"
-#include "topologyjson.h"
 #include "watchedcall.h"
 
 namespace {
@@ -48,8 +47,13 @@ const Json::Value* firstOf(const Json::Value& answer, const char* listKey) {
 
 // The member in the northbound character set; empty if the object lacks it.
 std::string northText(const Json::Value& object, const char* key) {
-  const std::string text = getStringOrEmpty(object, key);
+  const std::string text = hasMember(object, key) ? object[key].asString() : std::string();
   return text.empty() ? std::string() : ToNorthCharset(text);
+}
+
+// A decimal number at the start of the text, cut to 32 bits; 0 when there is none.
+std::int32_t numberOf(const std::string& text) {
+  return static_cast<std::int32_t>(std::strtol(text.c_str(), nullptr, 10));
 }
 
 // Attributes that the northbound side does not see.
@@ -82,7 +86,7 @@ std::int64_t EMFResMgrI::getResourceMaintenances(std::int64_t iid,
   const Json::Value* keeper = firstOf(answer, "maintenanceInfo");
   if (keeper == nullptr) return call.result(kFailure);
   MaintenanceInfo record;
-  record.iID = emf::leadingNumber(northText(*keeper, "iID"));
+  record.iID = numberOf(northText(*keeper, "iID"));
   record.name = northText(*keeper, "name");
   record.dept = northText(*keeper, "dept");
   record.phoneNo = northText(*keeper, "phoneNo");
