@@ -51,33 +51,43 @@ std::string namesDocument(const std::vector<std::string>& fdns) {
   return document += "]}";
 }
 
-bool readProperties(const char* path, const std::vector<std::string>& fdns, Json::Value& answer) {
+// One exchange that posts JSON text.
+bool post(const std::string& path, std::string text, Json::Value& answer) {
   const Nimbola::RestReq request = postTo(path);
   const auto client = HttpClient::current();
   Failure failure;
   Json::Value parsed;
-  auto connection = client->fetch(request, failure, namesDocument(fdns));
+  auto connection = client->fetch(request, failure, std::move(text));
   const bool good = connection && client->read(std::move(connection), request, parsed, failure);
   if (!good) client->traceFailure(request, failure);
   answer.swap(parsed);
   return good;
 }
 
-// The exchange of a query whose document comes as text.
-bool postText(const std::string& path, const std::string& body, Json::Value& answer) {
-  Nimbola::RestReq request = postTo(path);
+bool readProperties(const char* path, const std::vector<std::string>& fdns, Json::Value& answer) {
+  return post(path, namesDocument(fdns), answer);
+}
+
+// True when the text is JSON; otherwise the query of that path is traced as a failed one.
+bool isDocument(const std::string& path, std::string text) {
   const auto client = HttpClient::current();
-  std::string text = body;
+  Json::Value document;
   Failure failure;
-  if (JsonReader(client->settings().maxNesting).read(text, request.body, failure.reason) ==
+  if (JsonReader(client->settings().maxNesting).read(text, document, failure.reason) !=
       JsonOutcome::Refused) {
-    failure.reason = "the query is no JSON: " + failure.reason;
-    failure.check = "what made the query, nothing was sent";
-    client->traceFailure(request, failure);
-    answer = Json::Value();
-    return false;
+    return true;
   }
-  return Nimbola::SendRestReq(request, answer);
+  failure.reason = "the query is no JSON: " + failure.reason;
+  failure.check = "what made the query, nothing was sent";
+  client->traceFailure(postTo(path), failure);
+  return false;
+}
+
+// The exchange of a query whose document comes as text, which is posted as it stands.
+bool postQuery(const std::string& path, const std::string& body, Json::Value& answer) {
+  if (isDocument(path, body)) return post(path, body, answer);
+  answer = Json::Value();
+  return false;
 }
 
 }  // namespace
@@ -109,11 +119,11 @@ bool NBIHTTPProxy::GetNEResourcePropertyByFDNs(Json::Value& answer,
 
 bool NBIHTTPProxy::GetAcessResource(Json::Value& answer, const std::string& path,
                                     const std::string& body) {
-  return postText(path, body, answer);
+  return postQuery(path, body, answer);
 }
 
 bool NBIHTTPProxy::QueryLocalInfoAndMaintenInfo(Json::Value& answer, const std::string& body) {
-  return postText(kLocationMaintenancePath, body, answer);
+  return postQuery(kLocationMaintenancePath, body, answer);
 }
 
 }  // namespace NS_UTIL

@@ -34,7 +34,7 @@ TEST_P(AlarmCatalogue, PageIsAskedForByItsBody) {
   EXPECT_EQ(answer_, json(kAnswer));
   EXPECT_EQ(service.request().method, "POST");
   EXPECT_EQ(service.request().target, GetParam().path);
-  EXPECT_EQ(service.request().body, R"({"limit":5000,"offset":0})");
+  EXPECT_EQ(service.request().body, kFirstPage);
 }
 
 TEST_P(AlarmCatalogue, FailureLeavesNull) {
@@ -77,7 +77,7 @@ TEST_F(RedefinedAlarms, RowsAreReachedByTheirIndexInDecimal) {
   }
   ASSERT_TRUE(query("{\"count\":11,\"rows\":[" + rows + "]}"));
   EXPECT_EQ(service_->request().target, "/rest/fault/v1/redefined-alarms");
-  EXPECT_EQ(service_->request().body, R"({"limit":500,"offset":1})");
+  EXPECT_EQ(service_->request().body, R"({"offset": 1, "limit": 500})");
   EXPECT_EQ(answer_.size(), 12u);
   EXPECT_EQ(answer_["count"], 11);
   for (int i = 0; i < 11; ++i) {
