@@ -26,8 +26,8 @@ bool makeInstance(ACE_DLL& library, PRDU_ORMA::PrduResInfoConvert*& instance) {
 
 }  // namespace
 
-// Closed in every case, also under an instance that lives on: meant so. ACE keeps a library that
-// was opened like this mapped until ACE itself ends.
+// Closed in every case, also under an instance that lives on: meant so. ACE keeps what was opened
+// with `false` mapped until it ends itself, and a product's library is linked to stay mapped.
 std::int64_t EMFResMgrI::initAccessFdnConvertDll(PRDU_ORMA::PrduResInfoConvert*& instance) {
   emf::WatchedCall call("EMFResMgrI::initAccessFdnConvertDll");
   ACE_DLL library(true);
