@@ -27,5 +27,5 @@ std::string BuildAccessLabel(const std::string& fdn);
 void FillAccessQuery(AccessResources& byFdn, Json::Value& frameFilter, Json::Value& cardFilter);
 
 // Posts the query and stores the label of each resource that the answer tells of, also of those
-// that `byFdn` did not hold. A failed query changes nothing.
+// that `byFdn` did not hold. An answer counts even if the query failed (traced).
 void QueryAccessResource(const std::string& path, const std::string& body, AccessResources& byFdn);

@@ -5,10 +5,13 @@
 #include <cstring>
 
 #include "error_table_fixture.h"
+#include "ordinary_user.h"
 
 namespace emf::test {
 namespace {
 
+using emf::doubles::openToAll;
+using emf::doubles::OrdinaryUser;
 using emf::doubles::platform;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -245,30 +248,6 @@ TEST_F(ErrorTableTest, EntryThatCannotBeOpenedIsReported) {
   ::close(socket);
   EXPECT_EQ(textOf(5), "five");
   EXPECT_THAT(platform().log.lines(), ElementsAre(ReportsUnopened(pathOf("s"))));
-}
-
-// Works as a user who may not read everything; the superuser borrows such a one.
-class OrdinaryUser {
- public:
-  OrdinaryUser() : borrowed_(::geteuid() == 0 && ::seteuid(kNobody) == 0) {}
-  OrdinaryUser(const OrdinaryUser&) = delete;
-  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-  ~OrdinaryUser() {
-    if (borrowed_ && ::seteuid(0) != 0) std::abort();
-  }
-
- private:
-  static constexpr uid_t kNobody = 65534;
-  bool borrowed_;
-};
-
-// Lets every user into a directory and all below it.
-void openToAll(const std::filesystem::path& directory) {
-  const auto permissions = std::filesystem::perms::all;
-  std::filesystem::permissions(directory, permissions);
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(directory)) {
-    std::filesystem::permissions(entry.path(), permissions);
-  }
 }
 
 TEST_F(ErrorTableTest, FileWithoutPermissionIsReported) {

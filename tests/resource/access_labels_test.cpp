@@ -21,6 +21,7 @@ using ::testing::ElementsAre;
 using ::testing::FieldsAre;
 using ::testing::Gt;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::SizeIs;
 
 static_assert(std::is_same_v<decltype(EMFResMgrI::getAccessResourceLabels),
@@ -188,6 +189,18 @@ TEST_F(AccessAnswer, ObjectWithoutAMemberTakesThatOfTheOneBefore) {
   EXPECT_THAT(platform().trace.lines(), Contains(unknown).Times(3));
 }
 
+TEST_F(AccessAnswer, EmptyMemberIsAMember) {
+  platform().resources.answers(json(R"({"objList":[{"nativeId":"A","name":"a"},
+                                                   {"nativeId":"B","name":""},
+                                                   {"nativeId":"","name":"c"}]})"));
+  AccessResources byFdn = {{"B", at("B")}};
+  QueryAccessResource("/path", "body", byFdn);
+  EXPECT_EQ(byFdn["A"].label, "a");
+  EXPECT_EQ(byFdn["B"].label, "");
+  EXPECT_EQ(byFdn[""].label, "c");
+  EXPECT_THAT(platform().trace.texts(), Not(Contains("getResultFromJson unknown RSP")));
+}
+
 TEST_F(AccessAnswer, NothingBeforeTheFirstObjectIsEmpty) {
   platform().resources.answers(json(R"({"objList":[{}]})"));
   AccessResources byFdn;
@@ -317,6 +330,14 @@ TEST_F(AccessLabels, CardsAndPortsAloneAskNothing) {
   EXPECT_EQ(EMFResMgrI::getAccessResourceLabels(locations), 0);
   EXPECT_THAT(platform().resources.queries(), IsEmpty());
   EXPECT_EQ(labelsOf(locations), (Labels{{0, "Frame:1/Slot:2"}, {1, "Frame:1/Slot:2/Port:3"}}));
+}
+
+TEST_F(AccessLabels, OnlyFramesAskOnlyForThem) {
+  Locations locations = {{0, at("NE=2,FR=1")}};
+  EXPECT_EQ(EMFResMgrI::getAccessResourceLabels(locations), 0);
+  EXPECT_THAT(
+      platform().resources.queries(),
+      ElementsAre(FieldsAre("GetAcessResource", IsEmpty(), kFramePath, kFrameBody, Json::Value())));
 }
 
 TEST_F(AccessLabels, OnlyDaughterCardsAskOnlyForThem) {

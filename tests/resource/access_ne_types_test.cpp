@@ -7,12 +7,15 @@
 #include <type_traits>
 
 #include "emfresinterface.h"
+#include "ordinary_user.h"
 #include "platform_test.h"
 #include "temp_directory.h"
 
 namespace emf::test {
 namespace {
 
+using emf::doubles::openToAll;
+using emf::doubles::OrdinaryUser;
 using emf::doubles::platform;
 using emf::doubles::TempDirectory;
 using ::testing::ElementsAre;
@@ -69,6 +72,10 @@ TEST_F(AccessNeTypes, KeyThatIsThereStays) {
   EXPECT_EQ(typesOf("ACCESS=1,268389721,1\n"), (Types{{268389721, "ACCESS"}}));
 }
 
+TEST_F(AccessNeTypes, KeyEndsAtTheFirstEqualsSign) {
+  EXPECT_EQ(typesOf("ACCESS=100,x=3,200\n"), (Types{{100, "ACCESS"}, {200, "ACCESS"}}));
+}
+
 TEST_F(AccessNeTypes, FirstAccessLineCounts) {
   EXPECT_EQ(typesOf("OTHER=1\nACCESS=100\nACCESS=200\n"), (Types{{100, "ACCESS"}}));
 }
@@ -100,6 +107,12 @@ TEST_F(AccessNeTypes, CarriageReturnsAreNoPartOfTheNumbers) {
             (Types{{100, "ACCESS"}, {200, "ACCESS"}}));
 }
 
+TEST_F(AccessNeTypes, CarriageReturnIsPartOfTheLine) {
+  EXPECT_EQ(typesOf("ACCESS\r\nACCESS=200\r\n"), (Types{{200, "ACCESS"}}));
+  EXPECT_EQ(typesOf(lineOf(509, "100") + "\r\n"), (Types{{100, "ACCESS"}}));
+  EXPECT_EQ(typesOf(lineOf(510, "100") + "\r\nACCESS=200\r\n"), (Types{{200, "ACCESS"}}));
+}
+
 TEST_F(AccessNeTypes, LastLineNeedsNoEnd) {
   EXPECT_EQ(typesOf("OTHER=1\nACCESS=100"), (Types{{100, "ACCESS"}}));
   EXPECT_EQ(typesOf(lineOf(510, "100")), (Types{{100, "ACCESS"}}));
@@ -113,11 +126,11 @@ TEST_F(AccessNeTypes, LineOfTheGreatestLengthIsRead) {
 TEST_F(AccessNeTypes, LongerLineIsTracedAndReadingGoesOn) {
   for (const std::size_t length : {511U, 512U, 1021U, 1022U, 100000U}) {
     platform().trace.reset();
-    EXPECT_EQ(typesOf("A=1\n" + lineOf(length, "7") + "\nACCESS=100\n"), (Types{{100, "ACCESS"}}))
+    EXPECT_EQ(typesOf("#\n\n" + lineOf(length, "7") + "\nACCESS=100\n"), (Types{{100, "ACCESS"}}))
         << length;
     EXPECT_THAT(platform().trace.lines(),
                 ElementsAre(FieldsAre("TaDebugWithPara", 1, "emfresinterface", "unknown", Gt(0),
-                                      "EMFResMgrI::getAccessNETypeList line 2 of devicetype.cfg "
+                                      "EMFResMgrI::getAccessNETypeList line 3 of devicetype.cfg "
                                       "is longer than 510 bytes and passed over")))
         << length;
   }
@@ -201,9 +214,12 @@ TEST_F(AccessNeTypes, DirectoryFifoOrDeviceChangesNothing) {
 }
 
 TEST_F(AccessNeTypes, UnreadableFileChangesNothing) {
-  if (::geteuid() == 0) GTEST_SKIP() << "the superuser reads every file";
   root_.write(kFile, "ACCESS=100\n");
+  openToAll(root_.path());
   fs::permissions(file(), fs::perms::none);
+  const OrdinaryUser user;
+  ASSERT_EQ(::eaccess(file().c_str(), F_OK), 0);
+  if (::eaccess(file().c_str(), R_OK) == 0) GTEST_SKIP() << "this user may read every file";
   EXPECT_EQ(types(), kBefore);
 }
 

@@ -1,8 +1,8 @@
 // Identifiers of resources: resource ids, compatible integer ids and the parts of an FDN.
 //
-// An element's resource id is the number in its "NE=" segment. Ids below an element are derived
-// from the FDN text alone (see docs/ident.md), so they are the same in every run and never meet
-// an element's.
+// An element's resource id is the number in its name, such as "NE=12". Ids below an element are
+// derived from the FDN text alone (see docs/ident.md), so they are the same in every run and never
+// meet an element's.
 //
 // Thread-safety: thread-safe. A name that cannot be read gives 0 or an empty result.
 #pragma once
