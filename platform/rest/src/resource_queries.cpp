@@ -52,7 +52,7 @@ std::string namesDocument(const std::vector<std::string>& fdns) {
 }
 
 // One exchange that posts JSON text.
-bool post(const std::string& path, std::string text, Json::Value& answer) {
+bool postJson(const std::string& path, std::string text, Json::Value& answer) {
   const Nimbola::RestReq request = postTo(path);
   const auto client = HttpClient::current();
   Failure failure;
@@ -65,7 +65,7 @@ bool post(const std::string& path, std::string text, Json::Value& answer) {
 }
 
 bool readProperties(const char* path, const std::vector<std::string>& fdns, Json::Value& answer) {
-  return post(path, namesDocument(fdns), answer);
+  return postJson(path, namesDocument(fdns), answer);
 }
 
 // True when the text is JSON; otherwise the query of that path is traced as a failed one.
@@ -84,8 +84,8 @@ bool isDocument(const std::string& path, std::string text) {
 }
 
 // The exchange of a query whose document comes as text, which is posted as it stands.
-bool postQuery(const std::string& path, const std::string& body, Json::Value& answer) {
-  if (isDocument(path, body)) return post(path, body, answer);
+bool postText(const std::string& path, const std::string& body, Json::Value& answer) {
+  if (isDocument(path, body)) return postJson(path, body, answer);
   answer = Json::Value();
   return false;
 }
@@ -119,11 +119,11 @@ bool NBIHTTPProxy::GetNEResourcePropertyByFDNs(Json::Value& answer,
 
 bool NBIHTTPProxy::GetAcessResource(Json::Value& answer, const std::string& path,
                                     const std::string& body) {
-  return postQuery(path, body, answer);
+  return postText(path, body, answer);
 }
 
 bool NBIHTTPProxy::QueryLocalInfoAndMaintenInfo(Json::Value& answer, const std::string& body) {
-  return postQuery(kLocationMaintenancePath, body, answer);
+  return postText(kLocationMaintenancePath, body, answer);
 }
 
 }  // namespace NS_UTIL
