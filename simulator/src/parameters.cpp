@@ -44,14 +44,20 @@ bool isJson(const std::string& text) {
 
 }  // namespace
 
+std::string quoted(const std::string& text) {
+  constexpr std::size_t kMostBytes = 100;
+  const std::size_t size = std::min(text.find('\0'), text.size());
+  return "\"" + text.substr(0, std::min(size, kMostBytes)) + (size > kMostBytes ? "…\"" : "\"");
+}
+
 void requireKnownParameters(const httplib::Request& request,
                             std::initializer_list<const char*> known) {
   for (const auto& [name, value] : request.params) {
     if (std::find(known.begin(), known.end(), name) == known.end()) {
-      throw BadRequest("unknown parameter \"" + name + "\"");
+      throw BadRequest("unknown parameter " + quoted(name));
     }
     if (request.params.count(name) > 1) {
-      throw BadRequest("parameter \"" + name + "\" is given more than once");
+      throw BadRequest("parameter " + quoted(name) + " is given more than once");
     }
   }
 }
@@ -63,8 +69,8 @@ std::int64_t integerParameter(const httplib::Request& request, const char* name,
   std::uint64_t number = 0;
   if (!readDecimal(entry->second, number) || number < static_cast<std::uint64_t>(minimum) ||
       number > static_cast<std::uint64_t>(maximum)) {
-    throw BadRequest("parameter \"" + entry->first + "\" is \"" + entry->second +
-                     "\", not a number from " + std::to_string(minimum) + " to " +
+    throw BadRequest("parameter " + quoted(entry->first) + " is " + quoted(entry->second) +
+                     ", not a number from " + std::to_string(minimum) + " to " +
                      std::to_string(maximum));
   }
   return static_cast<std::int64_t>(number);

@@ -10,6 +10,9 @@
 
 namespace ormasim {
 
+// A text of a request in double quotes, for a message: no more than its beginning.
+std::string quoted(const std::string& text);
+
 // Refuses parameters other than these, and any that is given more than once.
 void requireKnownParameters(const httplib::Request& request,
                             std::initializer_list<const char*> known);

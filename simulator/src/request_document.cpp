@@ -9,8 +9,34 @@
 #include "services.h"
 
 namespace ormasim {
+namespace {
+
+// A value takes a hundred bytes and more once it is read, however short its text.
+constexpr std::size_t kMostValues = 250'000;
+
+// What keeps a text from being read; nothing when the reader may try. The reader lets comments
+// pass, and takes a null byte for the end of the text.
+std::string faultOf(const std::string& text) {
+  std::size_t values = 1;
+  bool quoted = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c == '\0' || (c == '/' && !quoted)) return "is not JSON";
+    if (c == '"') quoted = !quoted;
+    if (c == '\\' && quoted) ++i;
+    const bool another = !quoted && (c == ',' || c == '[' || c == '{');
+    if (another && ++values > kMostValues) {
+      return "has more than " + std::to_string(kMostValues) + " values";
+    }
+  }
+  return "";
+}
+
+}  // namespace
 
 Json::Value parseDocument(const std::string& text, const char* what) {
+  const std::string fault = faultOf(text);
+  if (!fault.empty()) throw BadRequest(std::string(what) + " " + fault);
   Json::CharReaderBuilder builder;
   Json::CharReaderBuilder::strictMode(&builder.settings_);
   const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
@@ -46,7 +72,7 @@ void requireKnownMembers(const Json::Value& object, const char* what,
   if (!object.isObject()) throw BadRequest(std::string(what) + " must be an object");
   for (const std::string& name : object.getMemberNames()) {
     if (std::find(members.begin(), members.end(), name) == members.end()) {
-      throw BadRequest(std::string(what) + " has the unknown member \"" + name + "\"");
+      throw BadRequest(std::string(what) + " has the unknown member " + quoted(name));
     }
   }
 }

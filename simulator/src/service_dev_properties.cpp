@@ -15,8 +15,8 @@ DevicePosition startOf(const httplib::Request& request) {
   if (marker == request.params.end()) return {};
   const std::optional<DevicePosition> position = positionOf(marker->second);
   if (!position) {
-    throw BadRequest("parameter \"marker\" is \"" + marker->second +
-                     "\", which no page has handed out");
+    throw BadRequest("parameter \"marker\" is " + quoted(marker->second) +
+                     ", which no page has handed out");
   }
   return *position;
 }

@@ -1,6 +1,7 @@
 // Resource instances of one class, page by page: GET and POST of
 // /rest/resource/v3/instances/objects/FixedNetworkElement, and POST of
 // …/FixedNetworkFrame/actions/query and …/FixedNetworkCard/actions/query.
+#include <algorithm>
 #include <charconv>
 #include <optional>
 
@@ -96,7 +97,12 @@ std::vector<InstanceMember> selectedMembers(const Json::Value& document,
   }
   std::vector<InstanceMember> selected;
   for (const Json::Value& name : selector) {
-    selected.push_back(memberNamed(instances.members, name, "content-selector"));
+    const InstanceMember& member = memberNamed(instances.members, name, "content-selector");
+    const bool again =
+        std::any_of(selected.begin(), selected.end(),
+                    [&member](const InstanceMember& one) { return one.name == member.name; });
+    if (again) throw BadRequest(std::string("\"content-selector\" has ") + member.name + " twice");
+    selected.push_back(member);
   }
   return selected;
 }

@@ -49,6 +49,34 @@ TEST_F(ResourceRequestsTest, EveryServiceTakesOneJsonObjectAndNothingElse) {
   }
 }
 
+TEST_F(ResourceRequestsTest, WhatIsNearlyJsonIsNone) {
+  using namespace std::string_literals;
+  expectRefused({{kElements, "{}\0"s, "the body is not JSON"},
+                 {kElements, "{\"limit\":1}\0{"s, "the body is not JSON"},
+                 {kElements, "{/* all */}", "the body is not JSON"},
+                 {kElements, "{} // all", "the body is not JSON"}});
+  posted(kElements, R"({"condition":{"filter":{"logOp":"and","simple":[)" +
+                        expression("name", "notEqual", R"("a/b\"/,[{\\")", "true") + "]}}}");
+}
+
+TEST_F(ResourceRequestsTest, MoreValuesThanAnyQueryNeedsAreRefused) {
+  const std::string tooMany = "the body has more than 250000 values";
+  const std::string nested = "[" + manyTexts(249'999) + "]";
+  expectRefused({{kElements, "[" + manyTexts(250'000) + "]", tooMany},
+                 {kElements, nested, "the body must be an object"},
+                 {kElements, std::string(250'000, '['), tooMany},
+                 {kElements, std::string(250'000, '{'), tooMany}});
+}
+
+TEST_F(ResourceRequestsTest, OnlyTheBeginningOfALongNameIsRepeated) {
+  const std::string shown = std::string(100, 'x') + "…\"";
+  expectRefused({{kElements, "{\"" + std::string(100'000, 'x') + "\":1}",
+                  "the body has the unknown member \"" + shown},
+                 {kElements, R"({"a\u0000b":1})", "the body has the unknown member \"a\""}});
+  EXPECT_EQ(reasonOf(get(std::string(kElements) + "?" + std::string(1000, 'x'))),
+            "unknown parameter \"" + shown);
+}
+
 TEST_F(ResourceRequestsTest, PropertyReadsTakeNamesAndNothingElse) {
   const std::string path = "/rest/resource/v2/port-properties";
   expectRefused(
@@ -115,6 +143,8 @@ TEST_F(ResourceRequestsTest, InstancesAreAskedForByKnownMembers) {
        "\"content-selector\" is none of nativeId, name, frameType"},
       {kCards, R"({"content-selector":["neType"]})",
        "\"content-selector\" is none of nativeId, name, cardType"},
+      {kElements, R"({"content-selector":["name","nativeId","name"]})",
+       "\"content-selector\" has name twice"},
       {kElements, R"({"limit":10001})", "\"limit\" must be a number from 1 to 10000"},
       {kElements, R"({"marker":7})", marker}};
   for (const char* text :
