@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace ormasim {
 namespace {
@@ -28,6 +29,10 @@ short pollFor(int socket, short events, int timeoutMs) {
     count = ::poll(&entry, 1, timeoutMs);
   } while (count < 0 && errno == EINTR);
   return count > 0 ? entry.revents : static_cast<short>(0);
+}
+
+FramingProblem headTooLong() {
+  return {431, "the request's head has more than " + std::to_string(kHeadLimitBytes) + " bytes"};
 }
 
 bool closedByPeer(short events) {
@@ -60,8 +65,11 @@ void ConnectionSet::shutDownAll() {
   for (const int socket : sockets_) ::shutdown(socket, SHUT_RDWR);
 }
 
-Connection::Connection(int socket, ConnectionSet& connections)
-    : socket_(socket), connections_(connections), admitted_(connections.add(socket)) {
+Connection::Connection(int socket, ConnectionSet& connections, ExchangeTimes times)
+    : socket_(socket),
+      connections_(connections),
+      times_(times),
+      admitted_(connections.add(socket)) {
   const int on = 1;
   ::setsockopt(socket_, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
   aborted_ = !admitted_;
@@ -90,6 +98,42 @@ bool Connection::waitForRequest(std::chrono::milliseconds timeout,
   return false;
 }
 
+void Connection::beginRequest() {
+  until_ = Clock::now() + times_.request;
+  mayTake_ = kHeadLimitBytes;
+  inBody_ = false;
+  answering_ = false;
+}
+
+void Connection::expectBody() {
+  inBody_ = true;
+  mayTake_ = kBodyLimitBytes;
+}
+
+void Connection::discardRest() {
+  finishSending();
+  until_ = Clock::now() + times_.request;
+  std::array<char, 8192> scrap;
+  while ((await(POLLIN) & POLLIN) != 0 && ::recv(socket_, scrap.data(), scrap.size(), 0) > 0) {
+  }
+}
+
+ssize_t Connection::refuseMore(FramingProblem problem) {
+  refusal_ = std::move(problem);
+  return -1;
+}
+
+short Connection::await(short events) const {
+  const int time = patience();
+  return time > 0 ? pollFor(socket_, events, time) : static_cast<short>(0);
+}
+
+int Connection::patience() const {
+  if (!until_) return static_cast<int>(kTransferTimeout.count());
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(*until_ - Clock::now());
+  return static_cast<int>(std::max(left.count(), std::chrono::milliseconds::rep{0}));
+}
+
 bool Connection::stayIdle(std::chrono::milliseconds time) const {
   // Requests that the client sends meanwhile stay where they are; only an end is looked for.
   return !closedByPeer(pollFor(socket_, POLLRDHUP, static_cast<int>(time.count())));
@@ -100,31 +144,34 @@ void Connection::stayIdleUntilClosed() const { pollFor(socket_, POLLRDHUP, -1); 
 void Connection::finishSending() const { ::shutdown(socket_, SHUT_WR); }
 
 bool Connection::is_readable() const {
-  if (bufferBegin_ < bufferEnd_) return true;
-  return (pollFor(socket_, POLLIN, static_cast<int>(kTransferTimeout.count())) & POLLIN) != 0;
+  return bufferBegin_ < bufferEnd_ || (await(POLLIN) & POLLIN) != 0;
 }
 
 bool Connection::is_writable() const {
   if (aborted_) return false;
-  const short events = pollFor(socket_, POLLOUT, static_cast<int>(kTransferTimeout.count()));
+  const short events = await(POLLOUT);
   return (events & POLLOUT) != 0 && (events & (POLLERR | POLLHUP | POLLNVAL)) == 0;
 }
 
 ssize_t Connection::read(char* bytes, size_t size) {
+  if (mayTake_ == 0) return refuseMore(inBody_ ? bodyTooLong() : headTooLong());
   if (bufferBegin_ == bufferEnd_) {
-    if (!is_readable()) return -1;
+    if (!is_readable()) return refuseMore({408, "the request was not whole in time"});
     const ssize_t received = ::recv(socket_, buffer_.data(), buffer_.size(), 0);
     if (received <= 0) return received;
     bufferBegin_ = 0;
     bufferEnd_ = static_cast<std::size_t>(received);
   }
-  const std::size_t taken = std::min(size, bufferEnd_ - bufferBegin_);
+  const std::size_t taken = std::min({size, bufferEnd_ - bufferBegin_, mayTake_});
   std::memcpy(bytes, buffer_.data() + bufferBegin_, taken);
   bufferBegin_ += taken;
+  mayTake_ -= taken;
   return static_cast<ssize_t>(taken);
 }
 
 ssize_t Connection::write(const char* bytes, size_t size) {
+  if (until_ && !answering_) until_ = Clock::now() + times_.answer;
+  answering_ = true;
   if (!is_writable()) return -1;
   ssize_t sent;
   do {

@@ -12,8 +12,12 @@
 #include <array>
 #include <chrono>
 #include <functional>
+#include <limits>
 #include <mutex>
+#include <optional>
 #include <set>
+
+#include "request_framing.h"
 
 namespace ormasim {
 
@@ -32,10 +36,16 @@ class ConnectionSet {
   bool closed_ = false;    // guarded by mutex_
 };
 
+// How long one exchange may take, however it is cut into pieces.
+struct ExchangeTimes {
+  std::chrono::milliseconds request{30'000};
+  std::chrono::milliseconds answer{120'000};
+};
+
 class Connection : public httplib::Stream {
  public:
   // Owns the socket.
-  Connection(int socket, ConnectionSet& connections);
+  Connection(int socket, ConnectionSet& connections, ExchangeTimes times = {});
   ~Connection() override;
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
@@ -47,6 +57,15 @@ class Connection : public httplib::Stream {
   // True when a request begins; false when the client or the server has closed, the time is over,
   // or `giveUp`, asked now and then, says so.
   bool waitForRequest(std::chrono::milliseconds timeout, const std::function<bool()>& giveUp);
+  // A request begins, with its head: the limits hold from here on.
+  void beginRequest();
+  // Its head was read, and its body is wanted.
+  void expectBody();
+  // Why reading ended before the request did; nothing unless a limit was passed.
+  const std::optional<FramingProblem>& refusal() const { return refusal_; }
+  // Reads what else the client sends, until that ends or the request's time is over: closing with
+  // bytes unread would take the answer back from a client that has not read it yet.
+  void discardRest();
   // Holds the calling thread. False when the connection ended meanwhile; no time: until it ends.
   bool stayIdle(std::chrono::milliseconds time) const;
   void stayIdleUntilClosed() const;
@@ -58,6 +77,9 @@ class Connection : public httplib::Stream {
   // The answer in the making is the last one.
   void closeAfterAnswer() { closing_ = true; }
   bool usable() const { return !aborted_ && !closing_; }
+  bool closing() const { return closing_; }
+  // The request that began last has got bytes of an answer.
+  bool answering() const { return answering_; }
 
   bool is_readable() const override;
   bool is_writable() const override;
@@ -77,11 +99,26 @@ class Connection : public httplib::Stream {
   };
 
  private:
+  using Clock = std::chrono::steady_clock;
+
+  // How long a single wait for the client may take, in milliseconds; 0 when the time is over.
+  int patience() const;
+  // Those of the events that came; 0 when the time is over.
+  short await(short events) const;
+  ssize_t refuseMore(FramingProblem problem);
+
   const int socket_;
   ConnectionSet& connections_;
+  const ExchangeTimes times_;
   const bool admitted_;
   bool aborted_ = false;
   bool closing_ = false;
+  // Of the request or answer under way.
+  std::optional<Clock::time_point> until_;
+  std::size_t mayTake_ = std::numeric_limits<std::size_t>::max();  // bytes
+  bool inBody_ = false;
+  bool answering_ = false;
+  std::optional<FramingProblem> refusal_;
   // Bytes received and not yet asked for.
   std::array<char, 8192> buffer_;
   std::size_t bufferBegin_ = 0;

@@ -6,12 +6,12 @@
 #include <utility>
 
 #include "listener.h"
+#include "request_framing.h"
 
 namespace ormasim {
 namespace {
 
 constexpr auto kIdleTimeout = std::chrono::milliseconds(60000);
-constexpr std::size_t kBodyLimitBytes = 16u << 20;
 // Told to the client only; the loop counts nothing.
 constexpr std::size_t kRequestsOfAConnection = 1'000'000;
 
@@ -37,7 +37,8 @@ class CountingPool : public httplib::TaskQueue {
 
 }  // namespace
 
-HttpServer::HttpServer(RestHandler& handler, std::size_t threads) {
+HttpServer::HttpServer(RestHandler& handler, std::size_t threads, ExchangeTimes times)
+    : times_(times) {
   new_task_queue = [this, threads] { return new CountingPool(threads, waiting_); };
   set_payload_max_length(kBodyLimitBytes);
   set_keep_alive_timeout(std::chrono::duration_cast<std::chrono::seconds>(kIdleTimeout).count());
@@ -54,16 +55,19 @@ void HttpServer::route(RestHandler& handler) {
   // Requests without a body are taken before the library's routing, which costs a regular
   // expression for each; the others must pass it to have their body read.
   set_pre_routing_handler([handle](const httplib::Request& request, httplib::Response& response) {
-    if (request.method != "GET" && request.method != "HEAD" && request.method != "OPTIONS") {
+    if (const auto problem = framingProblem(request)) {
+      RestHandler::refuse(problem->status, problem->reason, response);
+    } else if (!takesBody(request.method)) {
+      handle(request, response);
+    } else {
+      if (Connection* connection = Connection::current()) connection->expectBody();
       return HandlerResponse::Unhandled;
     }
-    handle(request, response);
     return HandlerResponse::Handled;
   });
   Post(".*", handle);
   Put(".*", handle);
   Patch(".*", handle);
-  Delete(".*", handle);
   set_error_handler([](const httplib::Request&, httplib::Response& response) {
     RestHandler::explainRefusal(response);
   });
@@ -73,7 +77,8 @@ void HttpServer::route(RestHandler& handler) {
 // safely published also by the thread sanitizer, which cannot look into the library.
 void HttpServer::prepareLibrary() {
   httplib::detail::BufferStream stream;
-  static_cast<httplib::Stream&>(stream).write(std::string("TRACE / HTTP/1.1\r\n\r\n"));
+  static_cast<httplib::Stream&>(stream).write(
+      std::string("POST / HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n"));
   bool closed = false;
   process_request(stream, true, closed, nullptr);
 }
@@ -98,18 +103,34 @@ void HttpServer::stop() {
 }
 
 bool HttpServer::process_and_close_socket(socket_t socket) {
-  Connection connection(socket, connections_);
+  Connection connection(socket, connections_, times_);
   serveConnection(connection);
   return true;
+}
+
+// The library drops a request whose first line does not end.
+void HttpServer::answerRefused(Connection& connection) {
+  httplib::Response response;
+  RestHandler::explainRefusal(response);
+  const std::string answer = "HTTP/1.1 " + std::to_string(response.status) +
+                             " \r\nConnection: close\r\nContent-Type: application/json\r\n" +
+                             "Content-Length: " + std::to_string(response.body.size()) +
+                             "\r\n\r\n" + response.body;
+  static_cast<httplib::Stream&>(connection).write(answer);
 }
 
 void HttpServer::serveConnection(Connection& connection) {
   const Connection::Serving serving(connection);
   const auto othersWait = [this] { return waiting_ > 0; };
   while (connection.usable() && connection.waitForRequest(kIdleTimeout, othersWait)) {
+    connection.beginRequest();
     bool closed = false;
-    if (!process_request(connection, false, closed, nullptr) || closed) return;
+    // Parts of an answer are not given: a range has no meaning here.
+    const auto whole = [](httplib::Request& request) { request.ranges.clear(); };
+    if (!process_request(connection, false, closed, whole) || closed) break;
   }
+  if (connection.refusal() && !connection.answering()) answerRefused(connection);
+  if (connection.closing()) connection.discardRest();
 }
 
 }  // namespace ormasim

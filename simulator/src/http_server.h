@@ -22,7 +22,7 @@ namespace ormasim {
 class HttpServer : private httplib::Server {
  public:
   // `threads` connections are served at once; more wait until one closes or falls idle.
-  explicit HttpServer(RestHandler& handler, std::size_t threads = 64);
+  explicit HttpServer(RestHandler& handler, std::size_t threads = 64, ExchangeTimes times = {});
   // Stops.
   ~HttpServer() override;
 
@@ -36,7 +36,9 @@ class HttpServer : private httplib::Server {
   void route(RestHandler& handler);
   void prepareLibrary();
   void serveConnection(Connection& connection);
+  static void answerRefused(Connection& connection);
 
+  const ExchangeTimes times_;
   ConnectionSet connections_;
   std::atomic<std::size_t> waiting_{0};  // accepted, and no thread has taken them up
   int listener_ = -1;

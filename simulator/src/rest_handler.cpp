@@ -15,15 +15,6 @@
 namespace ormasim {
 namespace {
 
-// A GET request's body would stay in the stream and be taken for the next request.
-bool hasUnreadBody(const httplib::Request& request) {
-  const bool bodyless =
-      request.method == "GET" || request.method == "HEAD" || request.method == "OPTIONS";
-  const std::string length = request.get_header_value("Content-Length");
-  return bodyless &&
-         ((!length.empty() && length != "0") || request.has_header("Transfer-Encoding"));
-}
-
 std::string listOfServices() {
   std::string text;
   for (const std::string& path : servicePaths()) text += (text.empty() ? "" : ", ") + path;
@@ -71,12 +62,6 @@ RestHandler::RestHandler(RestSettings settings)
 
 void RestHandler::handle(const httplib::Request& request, httplib::Response& response) {
   Connection& connection = *Connection::current();
-  if (hasUnreadBody(request)) {
-    connection.closeAfterAnswer();
-    response.set_header("Connection", "close");
-    setError(response, 400, "a " + request.method + " request has no body here");
-    return;
-  }
   const Fault* fault = faults_.next(request.path);
   if (fault != nullptr && actBeforeAnswer(*fault, connection, response)) return;
   if (fault != nullptr && fault->action == FaultAction::Repeat) {
@@ -136,12 +121,23 @@ void RestHandler::repeat(const std::string& path, httplib::Response& response) {
   setJson(response, last->second.status, last->second.body);
 }
 
-void RestHandler::explainRefusal(httplib::Response& response) {
-  if (!response.body.empty() || response.content_length_ > 0) return;
-  setError(response, response.status, "the request is not well-formed HTTP that this server takes");
+void RestHandler::refuse(int status, const std::string& reason, httplib::Response& response) {
+  setError(response, status, reason);
   // What follows in the stream may be the rest of the refused request.
   if (Connection* connection = Connection::current()) connection->closeAfterAnswer();
   response.set_header("Connection", "close");
+}
+
+void RestHandler::explainRefusal(httplib::Response& response) {
+  if (!response.body.empty() || response.content_length_ > 0) return;
+  const Connection* const connection = Connection::current();
+  if (connection != nullptr && connection->refusal()) {
+    return refuse(connection->refusal()->status, connection->refusal()->reason, response);
+  }
+  refuse(response.status,
+         response.status == 414 ? "the request's target is too long"
+                                : "the request is not well-formed HTTP that this server takes",
+         response);
 }
 
 }  // namespace ormasim

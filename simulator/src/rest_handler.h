@@ -32,6 +32,8 @@ class RestHandler {
 
   // Runs on the thread that serves the connection.
   void handle(const httplib::Request& request, httplib::Response& response);
+  // Answers a request that is not understood as one; the connection closes behind the answer.
+  static void refuse(int status, const std::string& reason, httplib::Response& response);
   // For requests that the HTTP library has refused by itself.
   static void explainRefusal(httplib::Response& response);
 

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "raw_client.h"
+#include "request_framing.h"
 #include "server_fixture.h"
 
 namespace ormasim::testing {
@@ -92,6 +93,100 @@ TEST_F(ConnectionsTest, LongTargetIsRefusedAndNothingFalls) {
   RawClient longer(port_);
   longer.get("/" + std::string(9000, 'x'));
   EXPECT_THAT(longer.readToEnd(), StartsWith("HTTP/1.1 414"));
+}
+
+TEST_F(ConnectionsTest, BodyWithoutAProperLengthIsRefusedAtOnce) {
+  struct Case {
+    std::string head;
+    std::string status;
+    std::string reason;
+  };
+  const std::string number = "header Content-Length is not one decimal number";
+  const std::string chunked = "header Transfer-Encoding must be chunked, without Content-Length";
+  const std::string tooLong = "the body has more than 16777216 bytes";
+  const Case cases[] = {
+      {"POST", "411 ", "header Content-Length is missing"},
+      {"POST|Content-Length: -1", "400 ", number},
+      {"POST|Content-Length: 2x", "400 ", number},
+      {"POST|Content-Length: 2|Content-Length: 3", "400 ", number},
+      {"PUT|Content-Length: 16777217", "413 ", tooLong},
+      {"PATCH|Content-Length: 99999999999999999999", "413 ", tooLong},
+      {"POST|Transfer-Encoding: gzip", "400 ", chunked},
+      {"POST|Transfer-Encoding: chunked|Content-Length: 2", "400 ", chunked},
+      {"DELETE|Content-Length: 2", "400 ", "a DELETE request has no body here"},
+      {"GET|Content-Length: 0|Content-Length: 2", "400 ", "a GET request has no body here"}};
+  serveNetwork(10);
+  for (const Case& one : cases) {
+    std::string head = one.head + "|";
+    head.insert(head.find('|'), " / HTTP/1.1");
+    for (std::size_t bar; (bar = head.find('|')) != std::string::npos;) {
+      head.replace(bar, 1, "\r\n");
+    }
+    RawClient client(port_);
+    client.send(head + "\r\n{}");
+    EXPECT_THAT(client.readToEnd(), AllOf(StartsWith("HTTP/1.1 " + one.status),
+                                          HasSubstr("{\"error\":\"" + one.reason + "\"}")))
+        << one.head;
+  }
+}
+
+TEST_F(ConnectionsTest, HeadWithoutEndIsRefused) {
+  serveNetwork(10);
+  std::string headers = "GET / HTTP/1.1\r\n";
+  while (headers.size() <= kHeadLimitBytes) headers += "A: b\r\n";
+  for (const std::string& head : {headers, "GET /" + std::string(kHeadLimitBytes, 'x')}) {
+    RawClient client(port_);
+    client.send(head);
+    EXPECT_THAT(client.readToEnd(),
+                AllOf(StartsWith("HTTP/1.1 431 "),
+                      HasSubstr("the request's head has more than 65536 bytes")));
+  }
+}
+
+TEST_F(ConnectionsTest, BodyWithoutEndIsRefused) {
+  serveNetwork(10);
+  RawClient client(port_);
+  client.send("POST / HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n");
+  const std::string chunk = "100000\r\n" + std::string(1 << 20, ' ') + "\r\n";
+  for (int i = 0; i < 17; ++i) client.send(chunk);
+  EXPECT_THAT(client.readToEnd(), AllOf(StartsWith("HTTP/1.1 413 "),
+                                        HasSubstr("the body has more than 16777216 bytes")));
+}
+
+TEST_F(ConnectionsTest, RequestThatTricklesInIsRefusedWhenItsTimeIsOver) {
+  times_.request = std::chrono::seconds(2);
+  serveNetwork(10, 2);
+  RawClient slow(port_);
+  RawClient other(port_);
+  slow.send("GET " + std::string(kDevices) + " HTTP/1.1\r\nA: ");
+  const auto end = steady_clock::now() + std::chrono::seconds(20);
+  while (!slow.readable() && steady_clock::now() < end) {
+    other.get(std::string(kDevices) + "?limit=1");
+    ASSERT_THAT(other.readAnswer(), StartsWith("HTTP/1.1 200 OK\r\n"));
+    slow.send("x");
+  }
+  ASSERT_TRUE(slow.readable());
+  EXPECT_THAT(slow.readToEnd(),
+              AllOf(StartsWith("HTTP/1.1 408 "), HasSubstr("the request was not whole in time")));
+}
+
+TEST_F(ConnectionsTest, ClientThatDoesNotReadIsLeftWhenItsTimeIsOver) {
+  times_.answer = std::chrono::milliseconds(100);
+  serveNetwork(100000, 1);
+  RawClient client(port_);
+  client.get(std::string(kDevices) + "?limit=100000");
+  ASSERT_EQ(firstReadable({&client}), 0);  // the answer, far beyond what the sockets hold, began
+  RawClient other(port_);
+  other.send("FOO / HTTP/1.1\r\n\r\n");
+  EXPECT_THAT(other.readToEnd(), StartsWith("HTTP/1.1 400 "));
+}
+
+TEST_F(ConnectionsTest, PartOfAnAnswerCannotBeAskedFor) {
+  serveNetwork(10);
+  const std::string target = std::string(kDevices) + "?limit=1";
+  const httplib::Result part = get(target, {{"Range", "bytes=0-1"}});
+  EXPECT_EQ(part->status, 200);
+  EXPECT_EQ(part->body, get(target)->body);
 }
 
 TEST_F(ConnectionsTest, IdleConnectionsDoNotKeepOthersWaiting) {

@@ -54,6 +54,11 @@ bool RawClient::readMore() {
   return true;
 }
 
+bool RawClient::readable() const {
+  pollfd entry{socket_, POLLIN, 0};
+  return ::poll(&entry, 1, 0) == 1;
+}
+
 std::string RawClient::readToEnd() {
   while (readMore()) {
   }

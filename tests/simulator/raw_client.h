@@ -25,6 +25,8 @@ class RawClient {
   // True when the server has closed and nothing came before that.
   bool closedSilently() { return readToEnd().empty() && ended_; }
   bool ended() const { return ended_; }
+  // Whether there is something to read, or the end, by now.
+  bool readable() const;
   int socket() const { return socket_; }
 
  private:

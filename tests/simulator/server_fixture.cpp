@@ -19,7 +19,7 @@ void ServerTest::serveNetwork(std::uint64_t elements, std::size_t threads) {
     generateFile(settings_.databaseFile, {elements, 7, kEquipped}, false);
   }
   handler_ = std::make_unique<RestHandler>(std::move(settings_));
-  server_ = std::make_unique<HttpServer>(*handler_, threads);
+  server_ = std::make_unique<HttpServer>(*handler_, threads, times_);
   port_ = server_->start(0);
 }
 

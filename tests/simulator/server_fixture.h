@@ -35,6 +35,7 @@ class ServerTest : public ::testing::Test {
 
   TempDirectory directory_;
   RestSettings settings_;
+  ExchangeTimes times_;
   std::unique_ptr<RestHandler> handler_;
   std::unique_ptr<HttpServer> server_;
   int port_ = 0;
