@@ -1,8 +1,6 @@
 // Every network element.
 #include <json/value.h>
 
-#include <utility>
-
 #include "emfglobal.h"
 #include "emfresinterface.h"
 #include "orma/ident/resource_ids.h"
