@@ -119,6 +119,23 @@ TEST_F(ContainedResources, RequestsAreAsAgreed) {
   EXPECT_THAT(platform().rest.documents(), IsEmpty());  // not made into post data
 }
 
+TEST_F(ContainedResources, BodyOfAMadeRequestIsReplacedAndTheRestOfItStays) {
+  Nimbola::RestReq made;
+  made.target = "made-target";
+  made.body["made"] = true;
+  made.extra["made"] = true;
+  made.option = 7;
+  platform().rest.madeRequest(made);
+  Resources out;
+  EMFResMgrI::getContainedResourceByMainType({2}, 4, out);
+  ASSERT_THAT(platform().rest.requests(), SizeIs(1));
+  const Nimbola::RestReq request = platform().rest.requests()[0];
+  EXPECT_THAT(request.body.getMemberNames(), ElementsAre("limit", "query-text"));
+  EXPECT_EQ(request.target, "made-target");
+  EXPECT_EQ(compact(request.extra), R"({"made":true})");
+  EXPECT_EQ(request.option, 7U);
+}
+
 TEST_F(ContainedResources, EveryIdOfTheElementIsWrittenInDecimal) {
   Resources out;
   EMFResMgrI::getContainedResourceByMainType({-5}, 4, out);
@@ -155,6 +172,20 @@ TEST_F(ContainedResources, ByTypeOnlyTheFirstIdCounts) {
   Resources out;
   EXPECT_EQ(EMFResMgrI::getContainedResourceByType({2, idOf(kFrame)}, {3, 8}, out), 0);
   EXPECT_THAT(out, ElementsAre(resource(kOtherFrame, "f2", 3, 8)));
+}
+
+// A name that starts with no element still has a type by its last key.
+TEST_F(ContainedResources, NameWithoutAnElementHasNoPathAndNoId) {
+  platform().rest.mainType("X=1,FR=1", Nimbola::MAIN_TYPE_FRAME);
+  const char* const page = R"({"objList":[{"nativeId":"X=1,FR=1","name":"f","subTypeOf3":7}]})";
+  platform().rest.answers(kPath, json(page));
+  platform().rest.answers(kPath, json(page));
+  Resources byType;
+  EMFResMgrI::getContainedResourceByType({2}, {3, 7}, byType);
+  EXPECT_THAT(byType, ElementsAre(Resource{{}, NS_UTIL::compat::ResID2IID(0), "f", {3, 7}}));
+  Resources byMainType;
+  EMFResMgrI::getContainedResourceByMainType({2}, 3, byMainType);
+  EXPECT_THAT(byMainType, IsEmpty());
 }
 
 // By the element that was asked for nothing is filtered but by the path, so another's can come.
