@@ -71,9 +71,9 @@ std::vector<Json::Value> RestDouble::documents() const {
   return documents_;
 }
 
-void RestDouble::devices(std::vector<Json::Value> objects) {
+void RestDouble::devices(std::vector<Json::Value> objects, bool result) {
   std::lock_guard lock(mutex_);
-  devicesSent_ = true;
+  devicesSent_ = result;
   devices_ = std::move(objects);
 }
 

@@ -61,7 +61,7 @@ class RestDouble {
 
   // --- NBIHTTPProxy::GetAllDevProperty
   // What every read gives from now on; nothing, with failure, after a reset.
-  void devices(std::vector<Json::Value> objects);
+  void devices(std::vector<Json::Value> objects, bool result = true);
   // An outage: reads give nothing and false.
   void devicesFail();
   // Runs inside each read, before it answers.

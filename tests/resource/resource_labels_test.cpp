@@ -1,14 +1,12 @@
 #include <json/value.h>
 
 #include <list>
-#include <map>
-#include <numeric>
-#include <stdexcept>
 #include <string>
 #include <type_traits>
 #include <vector>
 
 #include "emfresinterface.h"
+#include "label_scripts.h"
 #include "platform_test.h"
 #include "resource_records.h"
 
@@ -27,18 +25,8 @@ using ::testing::Gt;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-using Records = std::list<ResourceDn>;
-using Fdns = std::vector<std::string>;
-using DnMap = std::map<int, std::string>;
-
-static_assert(
-    std::is_same_v<decltype(EMFResMgrI::getResourceLabels),
-                   std::int64_t(std::list<ResourceDn>&, const std::map<int, std::string>&)>);
-static_assert(std::is_same_v<decltype(EMFResMgrI::getResourceLabelsEx),
-                             decltype(EMFResMgrI::getResourceLabels)>);
 static_assert(std::is_same_v<decltype(EMFResMgrI::getResourceLabelsByRest),
-                             std::int64_t(std::list<ResourceDn>&, const std::vector<std::string>&,
-                                          const std::string&)>);
+                             std::int64_t(Records&, const Fdns&, const std::string&)>);
 
 // One row of what tells the kinds apart, written down once more.
 struct Kind {
@@ -104,32 +92,6 @@ const Kind kElement = {"NE",
                        R"({"nativeId":"NE=2","name":"core-1","detailDevType":131077})",
                        {"NE=2", 0, "core-1", {1, 131077}},
                        R"({"nativeId":"NE=2","name":"core-1","detailDevType":null})"};
-
-Json::Value answerWith(const std::string& objects) {
-  return json(R"({"objList":[)" + objects + "]}");
-}
-
-// Every query is answered by one object for each name, of a kind that any read takes.
-void echoNames() {
-  platform().resources.answersBy([](const ResourceQuery& query, Json::Value& answer) {
-    answer["objList"] = Json::Value(Json::arrayValue);
-    for (const std::string& fdn : query.fdns) {
-      Json::Value object =
-          json(R"({"portType":1,"isDaughterCard":false,"cardType":1,"frameType":"1",)"
-               R"("detailDevType":1})");
-      object["nativeId"] = object["slotNativeId"] = fdn;
-      object["name"] = "label of " + fdn;
-      answer["objList"].append(object);
-    }
-    return true;
-  });
-}
-
-Fdns namesOf(const Records& records) {
-  Fdns names;
-  for (const ResourceDn& record : records) names.push_back(record.resDN);
-  return names;
-}
 
 Fdns numberedNames(std::size_t count) {
   Fdns names;
@@ -307,6 +269,34 @@ TEST_F(ResourceLabels, FrameTypeThatIsANumberReachesTheCaller) {
   EXPECT_THROW(EMFResMgrI::getFrameResourceLabelsByRest(out, {"NE=2"}), Json::LogicError);
 }
 
+TEST_F(ResourceLabels, SubTypeOfMoreThan32BitsReachesTheCaller) {
+  for (const Kind& kind : {kPort, kCard, kDaughterCard, kSlot, kDaughterSlot, kElement}) {
+    Json::Value object = json(kind.object);
+    for (const char* key : {"portType", "cardType", "daughterCardType", "detailDevType"}) {
+      if (object.isMember(key)) object[key] = Json::Int64{4294967297};
+    }
+    Json::Value answer;
+    answer["objList"].append(object);
+    platform().resources.answers(answer);
+    Records out;
+    EXPECT_THROW(kind.labels(out, {"NE=2"}), Json::LogicError) << kind.read;
+    EXPECT_THAT(out, IsEmpty()) << kind.read;
+  }
+}
+
+TEST_F(ResourceLabels, DaughterCardIsOneByItsFlagAsABoolean) {
+  const char* const objects =
+      R"({"nativeId":"a","slotNativeId":"a","isDaughterCard":1,"cardType":7,"daughterCardType":8},)"
+      R"({"nativeId":"b","slotNativeId":"b","isDaughterCard":0,"cardType":7,"daughterCardType":8})";
+  platform().resources.answers(answerWith(objects));
+  Records cards;
+  EMFResMgrI::getCardResourceLabelsByRest(cards, {"NE=2"});
+  EXPECT_THAT(cards, ElementsAre(ResourceDn{"a", 0, "", {21, 8}}, ResourceDn{"b", 0, "", {20, 7}}));
+  Records slots;
+  EMFResMgrI::getSlotResourceLabelsByRest(slots, {"NE=2"});
+  EXPECT_THAT(slots, ElementsAre(ResourceDn{"a", 0, "", {5, 8}}, ResourceDn{"b", 0, "", {4, 7}}));
+}
+
 TEST_F(ResourceLabels, UnknownWordDoesNothing) {
   for (const char* word : {"", "port", "PORTS", "LINK", "PORT "}) {
     Records out = {ResourceDn{"kept", 0, "", {}}};
@@ -370,101 +360,6 @@ TEST_F(ResourceLabels, LostBatchOnlyShortensTheResult) {
   EXPECT_THAT(platform().resources.queries(), SizeIs(3));
 }
 
-TEST_F(ResourceLabels, MixedNamesAreSortedByTheFirstTextFound) {
-  echoNames();
-  const DnMap dns = {{0, "NE=1"},
-                     {1, "NE=1,FR=1"},
-                     {2, "NE=1,FR=1,S=2"},
-                     {3, "NE=1,S=2,CP=1"},
-                     {4, "NE=1,SS=2,CP=1"},
-                     {5, "NE=1,SC=2,SS=1"},
-                     {6, "NE=1,CP=1,PP=3"},
-                     {7, "NE=1,SC=1,LP=3"},
-                     {8, "PP=3"},
-                     {9, ""},
-                     {10, "NE=1,S=1,SS=1,X=1"},
-                     {11, "NE=1,FR=1,PP=2,SC=1"}};
-  Records out = {ResourceDn{"before", 0, "", {}}};
-  EXPECT_EQ(EMFResMgrI::getResourceLabels(out, dns), 0);
-  using Rows = std::vector<std::pair<std::string, Fdns>>;
-  Rows asked;
-  for (const auto& query : platform().resources.queries()) {
-    asked.emplace_back(query.operation, query.fdns);
-  }
-  EXPECT_EQ(asked, (Rows{{"GetPortResourcePropertyByFDNs",
-                          {"NE=1,CP=1,PP=3", "NE=1,SC=1,LP=3", "NE=1,FR=1,PP=2,SC=1"}},
-                         {"GetCardResourcePropertyByFDNs", {"NE=1,S=2,CP=1", "NE=1,SC=2,SS=1"}},
-                         {"GetSlotResourcePropertyByFDNs",
-                          {"NE=1,FR=1,S=2", "NE=1,SS=2,CP=1", "NE=1,S=1,SS=1,X=1"}},
-                         {"GetFrameResourcePropertyByFDNs", {"NE=1,FR=1"}},
-                         {"GetNEResourcePropertyByFDNs", {"NE=1", "PP=3", ""}}}));
-  EXPECT_EQ(namesOf(out),
-            (Fdns{"before", "NE=1,CP=1,PP=3", "NE=1,SC=1,LP=3", "NE=1,FR=1,PP=2,SC=1",
-                  "NE=1,S=2,CP=1", "NE=1,SC=2,SS=1", "NE=1,FR=1,S=2", "NE=1,SS=2,CP=1",
-                  "NE=1,S=1,SS=1,X=1", "NE=1,FR=1", "NE=1", "PP=3", ""}));
-}
-
-TEST_F(ResourceLabels, MixedCallIsTracedInOrder) {
-  platform().resources.answers(json(R"({"objList":[]})"));
-  Records out;
-  EMFResMgrI::getResourceLabels(out, {{0, "NE=1 100%s"}, {1, "NE=1,PP=1"}});
-  const std::string called = "EMFResMgrI::getResourceLabelsByRest called";
-  EXPECT_THAT(
-      platform().trace.texts(),
-      ElementsAre("EMFResMgrI::getResourceLabels  dnMapSize = 2",
-                  "EMFResMgrI::getResourceLabels  resDN = NE=1 100%s",
-                  "EMFResMgrI::getResourceLabels  resDN = NE=1,PP=1", called,
-                  "EMFResMgrI::getPortResourceLabelsByRest called",
-                  "EMFResMgrI::getPortResourceLabelsByRest jsonInfos size = 0", called, called,
-                  called, called, "EMFResMgrI::getNEResourceLabelsByRest jsonInfos size = 0"));
-  for (const auto& line : platform().trace.lines()) {
-    EXPECT_THAT(line,
-                FieldsAre("TaDebugWithPara", 3, "emfresinterface", "unknown", Gt(0), line.text));
-  }
-}
-
-TEST_F(ResourceLabels, EmptyMapDoesNothing) {
-  Records out;
-  EXPECT_EQ(EMFResMgrI::getResourceLabels(out, {}), 0);
-  EXPECT_EQ(EMFResMgrI::getResourceLabelsEx(out, {}), 0);
-  EXPECT_THAT(platform().trace.texts(), IsEmpty());
-  EXPECT_THAT(platform().resources.queries(), IsEmpty());
-}
-
-TEST_F(ResourceLabels, ExtendedCallIsTheSame) {
-  echoNames();
-  const DnMap dns = {{0, "NE=1"}, {1, "NE=1,FR=1"}};
-  Records plain;
-  Records extended;
-  EXPECT_EQ(EMFResMgrI::getResourceLabels(plain, dns), 0);
-  EXPECT_EQ(EMFResMgrI::getResourceLabelsEx(extended, dns), 0);
-  EXPECT_EQ(plain, extended);
-  EXPECT_THAT(extended, SizeIs(2));
-}
-
-TEST_F(ResourceLabels, NamesOutsideTheNumberingArePassedOver) {
-  echoNames();
-  Records out;
-  EXPECT_EQ(EMFResMgrI::getResourceLabels(
-                out, {{-1, "NE=9"}, {0, "NE=1"}, {2, "NE=2"}, {3, "NE=3"}, {70, "NE=8"}}),
-            0);
-  EXPECT_EQ(namesOf(out), (Fdns{"NE=1", "NE=2", "NE=3"}));
-}
-
-// The list of a kind moves into the result whole, so a kind that fails brings nothing of itself.
-TEST_F(ResourceLabels, KindWithABadObjectKeepsThoseBeforeIt) {
-  platform().resources.answersBy([](const ResourceQuery& query, Json::Value& answer) {
-    answer = query.operation == kPort.read
-                 ? answerWith(kPort.object)
-                 : answerWith(std::string(kElement.object) + R"(,{"detailDevType":"x"})");
-    return true;
-  });
-  Records out;
-  EXPECT_THROW(EMFResMgrI::getResourceLabels(out, {{0, "NE=2"}, {1, "NE=2,PP=1"}}),
-               Json::LogicError);
-  EXPECT_THAT(out, ElementsAre(kPort.record));
-}
-
 struct CharsetCase {
   int value;
   const char* name;
@@ -492,57 +387,6 @@ INSTANTIATE_TEST_SUITE_P(
                       CharsetCase{1, "Gbk", "\xB6\xCB\xBF\xDA-1 ? \xA8\xA6"},
                       CharsetCase{2, "Latin1", "\?\?-1 ? \xE9"}),
     [](const auto& one) { return one.param.name; });
-
-class ElementLabels : public emf::doubles::PlatformTest {};
-
-TEST_F(ElementLabels, EveryElementHasItsLabelAndTheFirstOneStays) {
-  platform().text.characterSetSwitch(1);
-  platform().rest.devices(
-      {json(R"({"nativeId":"OS=1","name":"OSS"})"), json(R"({"nativeId":"NE=2","name":"core-1"})"),
-       json(R"({"nativeId":"NE=2,FR=1","name":"frame"})"),
-       json(R"({"nativeId":"NE=2","name":"again"})"), json(R"({"nativeId":"NE=3","name":null})"),
-       json(R"({"name":"nameless"})")});
-  std::map<std::string, std::string> out = {{"NE=9", "before"}};
-  EXPECT_EQ(EMFResMgrI::getAllNeResLabel(out), 0);
-  EXPECT_EQ(out, (std::map<std::string, std::string>{{"NE=9", "before"},
-                                                     {"OS=1", "UTF-8>GBK:OSS"},
-                                                     {"NE=2", "UTF-8>GBK:core-1"},
-                                                     {"NE=3", "UTF-8>GBK:"},
-                                                     {"", "UTF-8>GBK:nameless"}}));
-}
-
-TEST_F(ElementLabels, ReadingIsTraced) {
-  platform().rest.devices({json(R"({"nativeId":"NE=2","name":"a"})"),
-                           json(R"({"nativeId":"NE=2,FR=1","name":"b"})"),
-                           json(R"({"nativeId":"NE=2","name":"c"})")});
-  std::map<std::string, std::string> out;
-  EMFResMgrI::getAllNeResLabel(out);
-  const auto debug = [](const char* text) {
-    return FieldsAre("TaDebugWithPara", 3, "emfresinterface", "unknown", Gt(0), text);
-  };
-  EXPECT_THAT(platform().trace.lines(),
-              ElementsAre(FieldsAre("TaTrace", 0, "emfresinterface", "unknown", Gt(0),
-                                    "EMFResMgrI::getAllNeResLabel Entered!"),
-                          debug("EMFResMgrI::getResourceLabels  neDN = NE=2, neLabel = a"),
-                          debug("EMFResMgrI::getResourceLabels  neDN = NE=2, neLabel = c"),
-                          debug("getAllNeResLabel GetAllDevProperty size = 1")));
-}
-
-TEST_F(ElementLabels, FailedReadAddsNothing) {
-  platform().rest.devicesFail();
-  std::map<std::string, std::string> out = {{"NE=9", "before"}};
-  EXPECT_EQ(EMFResMgrI::getAllNeResLabel(out), 0);
-  EXPECT_EQ(out, (std::map<std::string, std::string>{{"NE=9", "before"}}));
-  EXPECT_EQ(platform().trace.texts().back(), "getAllNeResLabel GetAllDevProperty size = 0");
-}
-
-TEST_F(ElementLabels, MemberOfAWrongTypeReachesTheCaller) {
-  platform().rest.devices(
-      {json(R"({"nativeId":"NE=2","name":"a"})"), json(R"({"nativeId":["NE=3"],"name":"b"})")});
-  std::map<std::string, std::string> out;
-  EXPECT_THROW(EMFResMgrI::getAllNeResLabel(out), Json::LogicError);
-  EXPECT_EQ(out, (std::map<std::string, std::string>{{"NE=2", "a"}}));
-}
 
 }  // namespace
 }  // namespace emf::test
