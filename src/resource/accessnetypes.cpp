@@ -19,7 +19,7 @@ constexpr char kFile[] = "/etc/oss_cfg/nbi/corba/conf/ii_orma_corbaagent_bundle/
 constexpr char kKey[] = "ACCESS";
 constexpr std::size_t kLineBytes = 510;
 
-// The platform's own device types from 1 to 85 are known northbound by other numbers.
+// A type from 1 to 85 is handed out as one that is so much greater: meant so.
 constexpr int kLastShiftedType = 85;
 constexpr int kTypeShift = 268389720;
 

@@ -195,6 +195,17 @@ TEST_F(ResourceMaintenance, NumberIsCutTo32Bits) {
   }
 }
 
+TEST_F(ResourceMaintenance, NumberIsDecimal) {
+  for (const auto& [text, number] : {std::pair("010", 10), std::pair("0x10", 0)}) {
+    Json::Value answer;
+    answer["maintenanceInfo"][0]["iID"] = text;
+    platform().resources.answers(answer);
+    std::list<MaintenanceInfo> out;
+    EXPECT_EQ(EMFResMgrI::getResourceMaintenances(kIid, out), 0);
+    EXPECT_THAT(out, ElementsAre(MaintenanceInfo{number, "", "", "", "", ""})) << text;
+  }
+}
+
 TEST_F(ResourceMaintenance, MemberOfAWrongTypeReachesTheCaller) {
   platform().resources.answers(json(R"({"maintenanceInfo":[{"name":{"a":1}}]})"));
   std::list<MaintenanceInfo> out;
