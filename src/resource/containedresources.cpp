@@ -11,6 +11,7 @@
 #include "orma/rest/rest_client.h"
 #include "paginators.h"
 #include "resourcenames.h"
+#include "restquery.h"
 #include "watchedcall.h"
 
 namespace {
@@ -18,7 +19,6 @@ namespace {
 using Ids = std::vector<std::int64_t>;
 
 constexpr char kPath[] = "/rest/resource/v3/instances/objects";
-constexpr std::uint8_t kInstanceMode = 4;
 constexpr std::uint32_t kPageLimit = 1000;
 
 // The query as a JSON string: the quotes around it belong to the value, meant so.
@@ -36,7 +36,7 @@ Nimbola::QueryIdPaginator pagesOf(std::int64_t elementId) {
   request.method = Nimbola::kMethodBody;
   request.body = Json::Value(Json::objectValue);  // as it is, without Json2PostData
   request.body["query-text"] = queryTextOf(elementId);
-  request.mode = kInstanceMode;
+  request.mode = Nimbola::kInstanceMode;
   Nimbola::QueryIdPaginator pages(request);
   pages.listKey = "objList";
   pages.limit = kPageLimit;
@@ -63,8 +63,8 @@ struct Wanted {
 void appendIfWanted(const Wanted& wanted, const Json::Value& object, std::list<Resource>& out) {
   const std::string fdn = fdnOf(object);
   const Nimbola::MainType mainType = Nimbola::GetMainTypeFromFDN(fdn);
-  if (mainType != wanted.mainType) return;
   const std::int64_t subType = Nimbola::GetResSubTypeFromObj(object, mainType);
+  if (mainType != wanted.mainType) return;
   if (wanted.byType && subType != wanted.subType) return;
   const std::string name = object["name"].asString();
   Resource resource;

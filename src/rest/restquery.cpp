@@ -7,9 +7,6 @@
 namespace Nimbola {
 namespace {
 
-// The mode of the resource instance requests; the transport hands it on unchanged.
-constexpr std::uint8_t kInstanceMode = 4;
-
 const char* word(LogOp op) { return op != LOG_OP_AND ? "or" : "and"; }
 
 Json::Value expressionDocument(const SimpleExp& expression) {

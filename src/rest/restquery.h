@@ -18,6 +18,9 @@
 
 namespace Nimbola {
 
+// RestReq::mode of the resource instance requests.
+constexpr std::uint8_t kInstanceMode = 4;
+
 // How filters combine; any value but 0 is written as "or".
 enum LogOp : std::int32_t { LOG_OP_AND = 0, LOG_OP_OR = 1 };
 

@@ -298,6 +298,13 @@ TEST_F(ContainedResources, MemberOfAWrongTypeReachesTheCaller) {
   }
 }
 
+TEST_F(ContainedResources, SubTypeIsReadBeforeTheMainTypeIsLookedAt) {
+  const char* const page = R"({"objList":[{"nativeId":"NE=2,FR=1","name":"f","subTypeOf3":"x"}]})";
+  platform().rest.answers(kPath, json(page));
+  Resources out;
+  EXPECT_THROW(EMFResMgrI::getContainedResourceByMainType({2}, 6, out), Json::LogicError);
+}
+
 TEST_F(ContainedResources, NameIsReadBeforeThePathIsLookedAt) {
   platform().rest.answers(kPath, json(R"({"objList":[{"nativeId":"NE=2,FR=1","name":[]}]})"));
   Resources out;
