@@ -36,7 +36,7 @@ struct Resource {
   std::vector<std::int64_t> resIDs;  // resource ids along its path, outermost first
   std::int64_t iid = 0;              // the compatible id of the last of them
   std::string name;                  // "name"; "OSS" of the management system
-  ResTypeID type;                    // main type by the last key of its name; sub type as above
+  ResTypeID type;                    // main type by its FDN's last key; sub type 0 if no number
 };
 
 // A resource of the access network by its location; only `label` is written here.

@@ -149,6 +149,15 @@ TEST_F(ManagedElements, ListThatIsAnObjectIsGoneThroughLikeOne) {
   EXPECT_THAT(out, ElementsAre(kSystem, element(2, "a", 0)));
 }
 
+// The name is a character string of C, unlike the other texts.
+TEST_F(ManagedElements, NameEndsAtItsFirstNul) {
+  platform().rest.answers(kElementsPath,
+                          json(R"({"objList":[{"nativeId":"NE=2","name":"a\u0000b"}]})"));
+  std::list<Resource> out;
+  EXPECT_EQ(EMFResMgrI::getAllManagedElements(out), 0);
+  EXPECT_THAT(out, ElementsAre(kSystem, element(2, "a", 0)));
+}
+
 TEST_F(ManagedElements, AbsentIdIsTheIdNothing) {
   platform().rest.answers(kElementsPath, json(R"({"objList":[{"nativeId":null,"name":""}]})"));
   std::list<Resource> out;
