@@ -38,13 +38,13 @@ constexpr Column<ResourceEightLoc> kAccessLabel[] = {
 }  // namespace
 
 Answer resLabels(const Arguments& arguments) {
-  const std::vector<std::string>& files = arguments.repeatedOption("--from");
-  if (arguments.count() == 0 && files.empty()) {
-    throw HostFailure(kExitUsage, "there is no DN: name some, or give --from FILE");
-  }
   std::map<int, std::string> dns;
-  for (const std::string& dn : readNames(arguments.texts(), files)) {
+  for (const std::string& dn : readNames(arguments.texts(), arguments.repeatedOption("--from"))) {
     dns.emplace_hint(dns.end(), static_cast<int>(dns.size()), dn);
+  }
+  if (dns.empty()) {
+    throw HostFailure(kExitUsage,
+                      "there is no DN: name some, or give a --from FILE that holds some");
   }
   std::list<ResourceDn> labels;
   const std::int64_t result = EMFResMgrI::getResourceLabels(labels, dns);

@@ -14,8 +14,8 @@ namespace ormaagent {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 class NameList : public testing::Test {
  protected:
@@ -23,6 +23,16 @@ class NameList : public testing::Test {
 
   std::string file(const std::string& name, const std::string& content) {
     return directory_.write(name, content).string();
+  }
+
+  static void expectRefused(const std::string& name, const std::string& reason) {
+    try {
+      readNames({}, {name});
+      ADD_FAILURE() << name << " was read";
+    } catch (const HostFailure& failure) {
+      EXPECT_EQ(failure.exitStatus(), kExitUsage);
+      EXPECT_EQ(failure.what(), name + ": " + reason);
+    }
   }
 
   emf::doubles::TempDirectory directory_;
@@ -48,6 +58,29 @@ TEST_F(NameList, LineEndsBelongToNoName) {
   EXPECT_THAT(readNames({}, {file("cut", "NE=3\nNE=4")}), ElementsAre("NE=3", "NE=4"));
 }
 
+TEST_F(NameList, ByteOrderMarkBelongsToNoName) {
+  EXPECT_THAT(readNames({}, {file("marked", "\xEF\xBB\xBFNE=3\r\nNE=4\r\n")}),
+              ElementsAre("NE=3", "NE=4"));
+  EXPECT_THAT(readNames({}, {file("marks", "\xEF\xBB\xBF\n\xEF\xBB\xBFNE=3\n")}),
+              ElementsAre("\xEF\xBB\xBFNE=3"));
+}
+
+TEST_F(NameList, NullByteBelongsToItsName) {
+  EXPECT_THAT(readNames({}, {file("null", std::string("NE=3\0x\nNE=4", 11))}),
+              ElementsAre(std::string("NE=3\0x", 6), "NE=4"));
+}
+
+TEST_F(NameList, WhatIsTooLongForANameOrAListIsWrongUsage) {
+  const std::string longest(65'536, 'x');
+  EXPECT_THAT(readNames({}, {file("longest", longest + "\n")}), ElementsAre(longest));
+  expectRefused("/dev/zero", "a line has more than 65536 bytes");
+  expectRefused(file("long", "NE=3\n" + longest + "x"), "a line has more than 65536 bytes");
+  std::string million;
+  for (int i = 0; i < 1'000'000; ++i) million += "x\n";
+  EXPECT_THAT(readNames({}, {file("million", million)}), SizeIs(1'000'000));
+  expectRefused(file("more", million + "x\n"), "there are more than 1000000 names");
+}
+
 TEST_F(NameList, BlanksAndCommentSignsBelongToTheirName) {
   EXPECT_THAT(readNames({}, {file("odd", " NE=3 \n# NE=4\n")}), ElementsAre(" NE=3 ", "# NE=4"));
 }
@@ -59,16 +92,8 @@ TEST_F(NameList, DashIsStandardInput) {
 }
 
 TEST_F(NameList, FileThatCannotBeReadIsWrongUsage) {
-  for (const std::string& name :
-       {(directory_.path() / "missing").string(), directory_.path().string()}) {
-    try {
-      readNames({}, {name});
-      ADD_FAILURE() << name << " was read";
-    } catch (const HostFailure& failure) {
-      EXPECT_EQ(failure.exitStatus(), kExitUsage);
-      EXPECT_THAT(failure.what(), HasSubstr(name + ": "));
-    }
-  }
+  expectRefused((directory_.path() / "missing").string(), "No such file or directory");
+  expectRefused(directory_.path().string(), "Is a directory");
 }
 
 }  // namespace

@@ -21,11 +21,13 @@ TEST(Operations, ResFdnGivesTheLengthAndTheName) {
 }
 
 TEST(Operations, ResLabelsWithoutANameIsWrongUsage) {
-  try {
-    resLabels(Arguments({}, {}, {{"--from", {}}}));
-    ADD_FAILURE() << "it was taken";
-  } catch (const HostFailure& failure) {
-    EXPECT_EQ(failure.exitStatus(), kExitUsage);
+  for (const std::vector<std::string>& files : {std::vector<std::string>{}, {"/dev/null"}}) {
+    try {
+      resLabels(Arguments({}, {}, {{"--from", files}}));
+      ADD_FAILURE() << "it was taken";
+    } catch (const HostFailure& failure) {
+      EXPECT_EQ(failure.exitStatus(), kExitUsage);
+    }
   }
 }
 
