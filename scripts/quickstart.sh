@@ -143,7 +143,7 @@ show "Where device 12 stands:" res location "$iid"
 show "Who keeps it:" res maintenance "$iid"
 show "What the database knows of it:" res attributes "$iid"
 raise_alarms 12 8
-show "The alarms just raised on device 12, fetched frame by frame from the fault server:" \
+show "The alarms that stand on device 12 now, fetched frame by frame from the fault server:" \
   alarm current --device 12
 show_named_alarms "The same with name and cause, from the catalogue of definitions and reasons:" 12
 show "A picture of all that, drawn by Graphviz:" topo draw --out "$picture"

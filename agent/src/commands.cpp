@@ -42,8 +42,10 @@ constexpr char kNoLabels[] =
     "says why";
 constexpr char kNotRead[] = "not all could be read; the log above says why";
 constexpr char kNoContents[] = "no resources: the element is unknown or contains none of that type";
-constexpr char kNoElement[] =
-    "no such element, or it could not be read; in that case the log above says why";
+constexpr char kNoElement[] = "no such element";
+constexpr char kNoPlace[] =
+    "no such resource, or its place is not known or could not be read; in that case the log above "
+    "says why";
 constexpr char kNoResource[] = "no such resource, or it could not be read";
 constexpr char kNoAccessTypes[] =
     "no types: the installation (installation.root) has no devicetype.cfg, or it lists none";
@@ -309,7 +311,7 @@ constexpr Command kCommands[] = {
      ResultRule::kZeroSucceeds,
      resLocation,
      {kIid},
-     kNoResource},
+     kNoPlace},
     {"res maintenance",
      "Who keeps a resource",
      "1152921504606846988",

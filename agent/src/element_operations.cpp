@@ -64,6 +64,15 @@ std::list<Resource> elementOf(std::int64_t id) {
   return element;
 }
 
+// That of an element without a label: 0 when there is no such element, -1 when it could not be
+// read.
+std::int64_t resultWithoutElement(std::int64_t id) {
+  std::list<Resource> frames;
+  const std::int64_t result =
+      EMFResMgrI::getContainedResourceByMainType({id}, kContainedTypes[0], frames);
+  return frames.empty() ? result : -1;
+}
+
 // Adds what the element contains; the first failure, or 0.
 std::int64_t addContents(std::int64_t id, std::list<Resource>& resources) {
   std::int64_t result = 0;
@@ -104,7 +113,8 @@ Answer resContained(const Arguments& arguments) {
 Answer resTree(const Arguments& arguments) {
   const auto id = arguments.number<std::int64_t>(0);
   std::list<Resource> resources = elementOf(id);
-  const std::int64_t result = resources.empty() ? 0 : addContents(id, resources);
+  const std::int64_t result =
+      resources.empty() ? resultWithoutElement(id) : addContents(id, resources);
   const std::vector<ResourceNode> tree = treeOf(resources);
   Answer answer = answerOf(result, kResourceNode, tree);
   for (const ResourceNode& node : tree) answer.depths.push_back(node.depth);

@@ -91,6 +91,12 @@ TEST_F(ResourceWalks, PageThatFailsLeavesThePagesBefore) {
   }
 }
 
+TEST_F(ResourceWalks, TreeOfAnElementWhoseLabelCannotBeReadFails) {
+  serveWithFaults(R"([{"path": "/rest/resource/v2/ne-properties", "requests": [1], )"
+                  R"("action": "status", "status": 503}])");
+  EXPECT_EQ(summary(ask({"res", "tree", "3"})), "1 -1 0");
+}
+
 TEST_F(ResourceWalks, PageThatComesAgainIsTakenAgain) {
   serveWithFault(kGraph, R"("repeat")");
   EXPECT_EQ(summary(askContents()), "0 0 3500");

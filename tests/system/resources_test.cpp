@@ -261,7 +261,7 @@ TEST_F(Resources, DeadPlatformEndsEachCommandAsItsOperationDoes) {
       {{"res", "ne-labels"}, 0, 0},
       {{"res", "elements"}, 1, 0},
       {{"res", "contained", "2", "--main-type", "3"}, 1, 0},
-      {{"res", "tree", "2"}, 0, 0},
+      {{"res", "tree", "2"}, 1, 0},
       {{"res", "access-labels", "NE=2,FR=0"}, 0, 1},
       {{"res", "location", iidText(2)}, 1, 0},
       {{"res", "maintenance", iidText(2)}, 1, 0},
