@@ -83,6 +83,16 @@ TEST_F(ContainedResources, SubTypeZeroByTypeIsASubType) {
   EXPECT_THAT(out, IsEmpty());
 }
 
+TEST_F(ContainedResources, TypesAreComparedInAllTheir64Bits) {
+  constexpr std::int64_t kBit32 = std::int64_t{1} << 32;
+  for (int i = 0; i < 3; ++i) platform().rest.answers(kPath, json(kPage));
+  Resources out;
+  EXPECT_EQ(EMFResMgrI::getContainedResourceByMainType({2}, 3 + kBit32, out), 0);
+  EXPECT_EQ(EMFResMgrI::getContainedResourceByType({2}, {3 + kBit32, 8}, out), 0);
+  EXPECT_EQ(EMFResMgrI::getContainedResourceByType({2}, {3, 8 + kBit32}, out), 0);
+  EXPECT_THAT(out, IsEmpty());
+}
+
 TEST_F(ContainedResources, SlotNativeIdStandsInForANullNativeId) {
   platform().rest.answers(kPath, json(kPage));
   Resources out;
