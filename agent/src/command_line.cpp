@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "display_text.h"
 #include "exit_status.h"
 #include "manual.h"
 
@@ -77,10 +78,19 @@ bool takesTheRest(const Parameter& parameter) {
   return parameter.presence == Presence::kOneOrMore || parameter.presence == Presence::kAnyNumber;
 }
 
+// Which of several words is meant. A value for the database may be a secret.
+std::string given(ArgumentType type, const std::string& text) {
+  constexpr std::size_t kMostBytes = 60;
+  if (text.empty() || type == ArgumentType::kSqlValue) return "";
+  const std::string shown = displayText(text.substr(0, kMostBytes), CharacterSet::kUtf8).bytes;
+  return ", not \"" + shown + (text.size() > kMostBytes ? "…\"" : "\"");
+}
+
 CLI::Validator validatorOf(ArgumentType type) {
   return CLI::Validator(
       [type](std::string& text) -> std::string {
-        return accepts(type, text) ? "" : "must be " + std::string(describe(type));
+        return accepts(type, text) ? ""
+                                   : "must be " + std::string(describe(type)) + given(type, text);
       },
       "");
 }

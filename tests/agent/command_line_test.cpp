@@ -137,6 +137,9 @@ TEST_F(CommandLine, TheContentsOfAnElementNeedAMainType) {
   expectUsage({"res", "contained", "2"}, "--main-type is required");
   expectUsage({"res", "contained", "--main-type", "6"}, "ID is required");
   expectUsage({"res", "contained", "x", "--main-type", "6"}, "ID: must be a whole number");
+  expectUsage({"res", "contained", "12", "1\n3", "14", "--main-type", "6"}, "7, not \"1\\x0A3\"\n");
+  const std::string longest(60, 'x');
+  expectUsage({"res", "tree", (longest + "x").c_str()}, "7, not \"" + longest + "…\"\n");
   expectUsage({"res", "contained", "2", "--main-type", "6", "--sub-type", "x"},
               "--sub-type: must be a whole number");
 }
