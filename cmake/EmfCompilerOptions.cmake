@@ -22,6 +22,12 @@ if(EMF_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
       CCACHE_SLOPPINESS=pch_defines,time_macros ${EMF_CCACHE})
 endif()
 
+# A debug build links many programs; what is shipped is linked as the system does.
+find_program(EMF_LLD ld.lld)
+if(EMF_LLD AND CMAKE_BUILD_TYPE STREQUAL "Debug")
+  add_link_options(-fuse-ld=lld)
+endif()
+
 add_library(emf_options INTERFACE)
 target_compile_options(emf_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
                        -Wformat=2 -Wimplicit-fallthrough)

@@ -38,7 +38,8 @@ clang-format --dry-run -Werror "${formatted[@]}" || findings=1
 
 step "Checks on ${#checked[@]} sources"
 if ((${#checked[@]} > 0)); then
-  cmake --preset dev -B build/lint -DEMF_BUILD_BENCH=ON -DEMF_UNITY_TESTS=OFF --log-level=WARNING ||
+  cmake --preset dev -B build/lint -DEMF_BUILD_BENCH=ON -DEMF_PRECOMPILED_HEADERS=OFF \
+    -DEMF_UNITY_TESTS=OFF --log-level=WARNING ||
     fail "the tree cannot be configured"
   printf '%s\0' "${checked[@]}" |
     xargs -0 -n 1 -P "$(nproc)" clang-tidy --quiet -p build/lint 2>/dev/null || findings=1

@@ -12,7 +12,7 @@ emf_quickstart_packages=("${emf_release_packages[@]}" graphviz)
 emf_docs_packages=(doxygen graphviz python3)
 emf_test_packages=(
   "${emf_release_packages[@]}"
-  ccache clang libclang-rt-14-dev libgtest-dev libgmock-dev
+  ccache clang libclang-rt-14-dev lld libgtest-dev libgmock-dev
   abigail-tools asn1c dpkg-dev lintian
   ca-certificates libssl-dev man-db mandoc openssl postgresql python3-pyasn1
   "${emf_docs_packages[@]}"
