@@ -24,7 +24,7 @@ void toNorthCharset(benchmark::State& state) {
       R"({"text": {"characterSetSwitch": )" + std::to_string(state.range(0)) + "}}", "benchmark",
       "", problems));
   if (!problems.empty()) state.SkipWithError(problems.front().what.c_str());
-  for (auto _ : state) benchmark::DoNotOptimize(ToNorthCharset(kLabel));
+  for (auto _ : state) benchmark::DoNotOptimize(ToNorthCharset(kLabel.c_str()));
   orma::Configuration::install(nullptr);
 }
 BENCHMARK(toNorthCharset)->ArgName("switch")->DenseRange(0, 2);

@@ -65,7 +65,7 @@ void storeLabels(const Json::Value& objects, AccessResources& byFdn) {
     if (object["name"].isNull()) {
       EMF_TRACE(kSourceName, TaDebug(1, "getResultFromJson unknown RSP"));
     }
-    byFdn[fdn].label = ToNorthCharset(name);
+    byFdn[fdn].label = ToNorthCharset(name.c_str());
   }
 }
 
@@ -134,7 +134,7 @@ std::string BuildAccessLabel(const std::string& fdn) {
     UtilCommon::GetDataFromMap(parts, kPortPart, port);
   }
   return ToNorthCharset(
-      BuildLocationLabel(moc, segment(segments, "FR"), segment(segments, "S"), port));
+      BuildLocationLabel(moc, segment(segments, "FR"), segment(segments, "S"), port).c_str());
 }
 
 void FillAccessQuery(AccessResources& byFdn, Json::Value& frameFilter, Json::Value& cardFilter) {

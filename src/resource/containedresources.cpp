@@ -72,7 +72,7 @@ void appendIfWanted(const Wanted& wanted, const Json::Value& object, std::list<R
   // By type, resources of the whole element are wanted, meant so.
   if (!wanted.byType && !startsWith(resource.resIDs, wanted.ids)) return;
   resource.iid = NS_UTIL::compat::ResID2IID(resid_compat::ResDN2ResID(fdn));
-  resource.name = ToNorthCharset(name);
+  resource.name = ToNorthCharset(name.c_str());
   resource.type.resMainTypeID = mainType;
   resource.type.resSubTypeID = subType;
   out.push_back(std::move(resource));

@@ -46,7 +46,7 @@ std::int64_t EMFResMgrI::getResMainType(std::list<NbiResMainType>& out) {
   for (const auto& [id, name] : types) {
     NbiResMainType type;
     type.id = id;
-    type.name = ToNorthCharset(name);
+    type.name = ToNorthCharset(name.c_str());
     out.push_back(type);
   }
   return 0;

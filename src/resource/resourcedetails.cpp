@@ -48,7 +48,7 @@ const Json::Value* firstOf(const Json::Value& answer, const char* listKey) {
 // The member in the northbound character set; empty if the object lacks it.
 std::string northText(const Json::Value& object, const char* key) {
   const std::string text = hasMember(object, key) ? object[key].asString() : std::string();
-  return text.empty() ? std::string() : ToNorthCharset(text);
+  return text.empty() ? std::string() : ToNorthCharset(text.c_str());
 }
 
 // A decimal number at the start of the text, cut to 32 bits; 0 when there is none.
@@ -108,7 +108,7 @@ std::int64_t EMFResMgrI::getResourceAttributes(std::int64_t iid,
     if (isHidden(number)) continue;
     ResourceAttribute attribute;
     attribute.id = number;
-    attribute.value = ToNorthCharset(value);
+    attribute.value = ToNorthCharset(value.c_str());
     out.push_back(std::move(attribute));
   }
   return 0;

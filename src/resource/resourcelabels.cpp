@@ -116,7 +116,7 @@ const TypeRow& typeRowOf(const LabelKind& kind, const Json::Value& object) {
 ResourceDn recordOf(const LabelKind& kind, const Json::Value& object) {
   ResourceDn record;
   record.resDN = object[kind.dnKey].asString();
-  record.label = ToNorthCharset(object["name"].asString());
+  record.label = ToNorthCharset(object["name"].asString().c_str());
   const TypeRow& type = typeRowOf(kind, object);
   record.type.resMainTypeID = type.mainType;
   record.type.resSubTypeID = kind.subType(object[type.subTypeKey]);
@@ -235,7 +235,7 @@ std::int64_t EMFResMgrI::getAllNeResLabel(std::map<std::string, std::string>& ou
   for (Json::Value& object : objects) {
     const std::string neDn = object["nativeId"].asString();
     if (neDn.find(',') == std::string::npos) {
-      const std::string neLabel = ToNorthCharset(object["name"].asString());
+      const std::string neLabel = ToNorthCharset(object["name"].asString().c_str());
       // Names another operation, meant so.
       EMF_TRACE(kSourceName,
                 TaDebugWithPara(3, "EMFResMgrI::getResourceLabels  neDN = %s, neLabel = %s",

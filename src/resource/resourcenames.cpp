@@ -29,7 +29,7 @@ std::string MakeNeFdn(std::int64_t resourceId) {
   return fdn;
 }
 
-std::string ToNorthCharset(std::string text) {
+std::string ToNorthCharset(const char* text) {
   const char* wanted = nullptr;
   switch (NS_ORMACORBA::CorbaAgentConfig::Instance()->GetCharacterSetSwitch()) {
     case 1:

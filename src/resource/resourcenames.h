@@ -11,9 +11,9 @@
 // "NE=" and the id in decimal.
 std::string MakeNeFdn(std::int64_t resourceId);
 
-// A text of a REST answer (UTF-8) in the configured northbound character set. The setting is read
-// at every call.
-std::string ToNorthCharset(std::string text);
+// A text of a REST answer (UTF-8), up to its first NUL, in the configured northbound character set.
+// The setting is read at every call.
+std::string ToNorthCharset(const char* text);
 
 // Adds the key=value segments of an FDN to `segments`; a later value of a key replaces an earlier
 // one, a piece without "=" is skipped.

@@ -46,7 +46,7 @@ bool parseDevice(const Json::Value& object, Device& device) {
   device.mainType = static_cast<std::int32_t>(typeId >> 16);
   device.subType = static_cast<std::int32_t>(typeId & 0xFFFF);
   device.ipAddress = object["ipAddress"].asString();
-  device.name = ToNorthCharset(object["name"].asString());
+  device.name = ToNorthCharset(object["name"].asString().c_str());
   return true;
 }
 

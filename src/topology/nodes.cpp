@@ -52,11 +52,11 @@ std::string bareIconName(const std::string& iconFile) {
 }
 
 void fillIdentity(const Json::Value& object, Node& node) {
-  node.parentSubMapId = ToNorthCharset("S" + object["parentId"].asString());
+  node.parentSubMapId = ToNorthCharset(("S" + object["parentId"].asString()).c_str());
   const std::string nativeId = object["nativeId"].asString();
   const std::size_t equals = nativeId.find('=');
   if (equals == std::string::npos) {
-    node.nodeId = ToNorthCharset(nativeId);
+    node.nodeId = ToNorthCharset(nativeId.c_str());
     return;
   }
   node.nodeId = nativeId.substr(equals + 1);  // unconverted, meant so
@@ -76,7 +76,7 @@ void fillFromExInfo(const std::string& exInfo, Node& node) {
   const std::size_t nodeType = exInfo.find(kNodeTypeWord);
   if (nodeType == std::string::npos) return;
   const std::size_t start = nodeType + kBehindNodeType;
-  node.nodeType = ToNorthCharset(exInfo.substr(start, procId - 1 - start));
+  node.nodeType = ToNorthCharset(exInfo.substr(start, procId - 1 - start).c_str());
 }
 
 std::int32_t nodeKindOf(const std::string& nodeClass, const std::string& exInfo) {
@@ -87,18 +87,18 @@ std::int32_t nodeKindOf(const std::string& nodeClass, const std::string& exInfo)
 
 void fillNode(const Json::Value& object, const std::string& iconName, Node& node) {
   fillIdentity(object, node);
-  node.iconName = ToNorthCharset(iconName);
+  node.iconName = ToNorthCharset(iconName.c_str());
   const std::string exInfo = object["exInfo"].asString();
   fillFromExInfo(exInfo, node);
-  node.label = ToNorthCharset(object["label"].asString());
-  node.ipAddr = ToNorthCharset(object["ipAddr"].asString());
+  node.label = ToNorthCharset(object["label"].asString().c_str());
+  node.ipAddr = ToNorthCharset(object["ipAddr"].asString().c_str());
   node.fixedCode = kFixedCode;
   node.zeroCode = 0;
   node.nodeKind = nodeKindOf(object["nodeClass"].asString(), exInfo);
   node.posX = object["posX"].asInt();
   node.posY = object["posY"].asInt();
   node.topoId = object["topoId"].asInt();
-  node.remark = ToNorthCharset(object["remark"].asString());
+  node.remark = ToNorthCharset(object["remark"].asString().c_str());
 }
 
 }  // namespace

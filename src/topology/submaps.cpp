@@ -66,8 +66,8 @@ std::string parentKeyOf(const std::string& parentId) {
 }
 
 void fillTexts(const Json::Value& object, SubMap& subMap) {
-  subMap.label = ToNorthCharset(getStringOrEmpty(object, "label"));
-  subMap.iconName = ToNorthCharset(getStringOrEmpty(object, "iconFile"));
+  subMap.label = ToNorthCharset(getStringOrEmpty(object, "label").c_str());
+  subMap.iconName = ToNorthCharset(getStringOrEmpty(object, "iconFile").c_str());
 }
 
 void fillNumbers(const Json::Value& object, SubMap& subMap) {
@@ -107,7 +107,7 @@ void appendChild(const Json::Value& object, std::list<SubMap>& out) {
   if (hasParent && hasId && parentId == objId) return;
   SubMap child;
   child.parentSubMapId = parentKeyOf(parentId);
-  child.subMapId = "S" + ToNorthCharset(objId);
+  child.subMapId = "S" + ToNorthCharset(objId.c_str());
   child.mapType = mapTypeOf(object);
   fillCommon(object, child);
   out.push_back(std::move(child));
@@ -125,7 +125,7 @@ void fillSubMap(const Json::Value& object, SubMap& out) {
     out.subMapId = kRootKey;
     out.mapType = kRootTopoId;
   } else {
-    out.subMapId = "S" + ToNorthCharset(objId);
+    out.subMapId = "S" + ToNorthCharset(objId.c_str());
     out.mapType = mapTypeOf(object);
   }
   fillNumbers(object, out);

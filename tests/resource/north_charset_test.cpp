@@ -34,6 +34,13 @@ TEST_F(NorthCharset, AnyOtherSwitchCopiesWithoutAConversion) {
   EXPECT_THAT(platform().text.conversions(), IsEmpty());
 }
 
+TEST_F(NorthCharset, TextEndsAtItsFirstNul) {
+  const std::string text("a\0b", 3);
+  EXPECT_EQ(ToNorthCharset(text.c_str()), "a");
+  platform().text.characterSetSwitch(1);
+  EXPECT_EQ(ToNorthCharset(text.c_str()), "UTF-8>GBK:a");
+}
+
 TEST_F(NorthCharset, SwitchIsReadAtEveryCall) {
   EXPECT_EQ(ToNorthCharset("a"), "a");
   platform().text.characterSetSwitch(1);

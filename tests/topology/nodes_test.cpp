@@ -411,9 +411,10 @@ TEST_F(Nodes, ObjectThatIsNoneIsTold) {
   }
 }
 
-TEST_F(Nodes, TextsKeepEveryByte) {
-  const Node node = only(below(R"("label":"%s%n\u0000\u4e2d")"));
-  EXPECT_EQ(node.label, std::string("%s%n\0\xE4\xB8\xAD", 8));
+TEST_F(Nodes, TextsKeepEveryByteBeforeTheFirstNul) {
+  const Node node = only(below(R"("label":"%s%n\u4e2d","remark":"a\u0000b")"));
+  EXPECT_EQ(node.label, "%s%n\xE4\xB8\xAD");
+  EXPECT_EQ(node.remark, "a");
 }
 
 }  // namespace

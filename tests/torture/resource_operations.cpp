@@ -247,7 +247,7 @@ const std::vector<Operation>& resourceOperations() {
        {"1"}},
       {"ToNorthCharset",
        calling([] { platform().text.characterSetSwitch(1); }, std::string(),
-               [](auto& out) { out = ToNorthCharset(kLongName); }),
+               [](auto& out) { out = ToNorthCharset(kLongName.c_str()); }),
        {"done", {kConverted}, {}},
        Left::kAnything},
       {"ParseFdnSegments",
