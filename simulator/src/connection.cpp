@@ -172,11 +172,12 @@ ssize_t Connection::read(char* bytes, size_t size) {
 ssize_t Connection::write(const char* bytes, size_t size) {
   if (until_ && !answering_) until_ = Clock::now() + times_.answer;
   answering_ = true;
-  if (!is_writable()) return -1;
   ssize_t sent;
   do {
-    sent = ::send(socket_, bytes, size, MSG_NOSIGNAL);
-  } while (sent < 0 && errno == EINTR);
+    if (!is_writable()) return -1;
+    // Waiting is for is_writable, which knows the deadline.
+    sent = ::send(socket_, bytes, size, MSG_NOSIGNAL | MSG_DONTWAIT);
+  } while (sent < 0 && (errno == EINTR || errno == EAGAIN));
   return sent;
 }
 
