@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "alarm_tables.h"
+#include "equipment_tables.h"
 #include "error.h"
 #include "progress.h"
 
@@ -16,12 +17,18 @@ namespace {
 constexpr std::int64_t kGeneratedBefore = 1'767'225'600;
 constexpr std::int64_t kGeneratedOver = 365 * 86'400;
 constexpr std::uint64_t kElementsOfAnAlarm = 4;
-// Of 100 alarms, those that somebody has acknowledged, those that name no resource, and those of a
-// frame or a port of the device.
+// Of 100 alarms, those that somebody has acknowledged, those that name no resource, and the first of
+// those that name a port of the device if it has any.
 constexpr std::uint32_t kAcknowledged = 20;
 constexpr std::uint32_t kWithoutResource = 5;
 constexpr std::uint32_t kInTheDevice = 60;
 constexpr std::int64_t kAcknowledgedAfter = 300;
+// So many places are told apart among the resources of a device.
+constexpr std::uint32_t kPlaces = 1000;
+// The first resource of a main type from a place on.
+constexpr char kResourceAt[] =
+    "SELECT native_id FROM resource WHERE dev_id = ?1 AND main_type = ?2 AND seq * ?4 >= ?3 * "
+    "(SELECT max(seq) FROM resource WHERE dev_id = ?1) ORDER BY seq LIMIT 1";
 
 // Keeps a network's alarms apart from the network itself.
 constexpr std::uint64_t kSeedStep = 0x9E6C63D0876A9A35u;
@@ -59,6 +66,7 @@ AlarmRaiser::AlarmRaiser(Database& database, std::uint64_t seed)
       random_(seed),
       insert_(database, "INSERT INTO alarm VALUES (?,?,?,?,?,?,?,?,?,?,?,?)"),
       remove_(database, "DELETE FROM alarm WHERE serial_no <= ?"),
+      port_(database, kResourceAt),
       serial_(numberFrom(database, "SELECT max(serial_no) FROM alarm")) {
   readDevices();
   readDefinitions();
@@ -117,16 +125,14 @@ void AlarmRaiser::removeAllBut(std::uint64_t newest) {
 
 std::string AlarmRaiser::resourceOf(const Device& device) {
   const std::uint32_t kind = random_.below(100);
-  const std::uint32_t frame = random_.below(4);
-  const std::uint32_t slot = 1 + random_.below(16);
-  const std::uint32_t port = random_.below(24);
+  const std::int64_t place = random_.below(kPlaces);
   if (kind < kWithoutResource) return "";
-  std::string name = "NE=" + std::to_string(device.id);
-  if (kind >= kInTheDevice) {
-    name += ",FR=" + std::to_string(frame) + ",S=" + std::to_string(slot);
-    name += ",PP=" + std::to_string(port);
-  }
-  return name;
+  const std::string element = "NE=" + std::to_string(device.id);
+  if (kind < kInTheDevice) return element;
+  port_.bindAll(device.id, kPortType, place, std::int64_t{kPlaces});
+  std::string port = port_.step() ? std::string(port_.text(0)) : element;
+  port_.reset();
+  return port;
 }
 
 std::string AlarmRaiser::parametersFor() {

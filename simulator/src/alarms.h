@@ -66,6 +66,7 @@ class AlarmRaiser {
   Random random_;
   Statement insert_;
   Statement remove_;
+  Statement port_;
   std::vector<Device> devices_;
   std::vector<std::vector<Definition>> definitions_;  // by group
   std::int64_t serial_ = 0;

@@ -17,11 +17,11 @@ using ::testing::IsEmpty;
 class AlarmsTest : public ::testing::Test {
  protected:
   void generate(std::uint64_t elements, std::optional<std::uint64_t> alarms = std::nullopt,
-                std::uint64_t definitions = 0) {
+                std::uint64_t definitions = 0, std::uint64_t equipped = 0) {
     GenerateOptions options;
     options.elements = elements;
     options.seed = 7;
-    options.equipped = 0;
+    options.equipped = equipped;
     options.alarms = alarms;
     options.definitions = definitions;
     generateFile(file_, options, true);
@@ -96,9 +96,17 @@ TEST_F(AlarmsTest, SeveritiesAndResourcesAreMixed) {
   EXPECT_THAT(rows("SELECT DISTINCT severity FROM alarm ORDER BY 1"),
               ElementsAre("1", "2", "3", "4"));
   EXPECT_EQ(value("SELECT count(*) BETWEEN 20 AND 100 FROM alarm WHERE fdn = ''"), "1");
-  EXPECT_THAT(rows("SELECT fdn FROM alarm WHERE fdn <> '' AND fdn <> 'NE=' || dev_id AND "
-                   "fdn NOT LIKE 'NE=' || dev_id || ',FR=%,S=%,PP=%'"),
+  EXPECT_THAT(rows("SELECT fdn FROM alarm WHERE fdn NOT IN ('', 'NE=' || dev_id)"), IsEmpty());
+}
+
+TEST_F(AlarmsTest, OfEquippedDevicesManyAlarmsNameAPort) {
+  generate(20, 1000, 0, 10);
+  EXPECT_THAT(rows("SELECT fdn FROM alarm a WHERE fdn NOT IN ('', 'NE=' || dev_id) AND fdn NOT IN "
+                   "(SELECT native_id FROM resource r WHERE r.dev_id = a.dev_id AND main_type = 6)"),
               IsEmpty());
+  EXPECT_EQ(value("SELECT count(DISTINCT fdn) BETWEEN 100 AND 300 FROM alarm JOIN resource ON "
+                  "fdn = native_id"),
+            "1");
 }
 
 TEST_F(AlarmsTest, RaisedAlarmsStandBehindTheOthers) {
