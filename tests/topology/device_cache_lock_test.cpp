@@ -42,6 +42,17 @@ TEST_F(DeviceCacheLock, LookupsHoldItSharedAndRefreshesExclusively) {
   EXPECT_THAT(rwlockCalls().calls, ElementsAre("read", "unlock"));
 }
 
+TEST_F(DeviceCacheLock, LinesAreWrittenOutsideIt) {
+  network({});
+  const std::string line = "log: ";
+  platform().journal.reset();
+  cache().getDeviceByID(12, found_);
+  EXPECT_THAT(platform().journal.events(),
+              ElementsAre(line + kByIdEntering, "read", "unlock", line + kSetEntering, "devices",
+                          "write", "unlock", line + kSetOuting, line + kByIdUpdating, "read",
+                          "unlock", line + kByIdOuting));
+}
+
 TEST_F(DeviceCacheLock, IsNotHeldDuringTheRead) {
   std::vector<int> heldDuringReads;
   platform().rest.duringDeviceRead([&] { heldDuringReads.push_back(rwlockCalls().held); });

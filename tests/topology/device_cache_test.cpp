@@ -111,6 +111,13 @@ TEST_F(DeviceCache, NegativeAndForeignIdsAreUnknown) {
   }
 }
 
+TEST_F(DeviceCache, IdKeepsItsUpperBits) {
+  fill({deviceObject("NE=4294967308", "core-1")});
+  EXPECT_EQ(cache().getDeviceByID(4294967308L, found_), 1);
+  EXPECT_EQ(found_, device(4294967308L, "core-1"));
+  EXPECT_EQ(cache().getDeviceByID(12, found_), 0);
+}
+
 TEST_F(DeviceCache, RefreshReplacesTheMapWhole) {
   fill({deviceObject("NE=12", "core-1"), deviceObject("NE=13", "core-2")});
   network({deviceObject("NE=14", "core-3")});

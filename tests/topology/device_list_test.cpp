@@ -73,6 +73,14 @@ TEST_F(DeviceList, WhatIsNoDeviceIsSkipped) {
   }
 }
 
+TEST_F(DeviceList, NothingIsReadOfASkippedObjectButItsId) {
+  platform().rest.devices(
+      {json(R"({"nativeId":"NE=12,FR=0","typeId":"x","ipAddress":[],"name":[]})"),
+       json(R"({"nativeId":"NE=1","typeId":"x","ipAddress":[],"name":[]})")});
+  EXPECT_EQ(EMFTopoI::getAllDevices(devices_), 0);
+  EXPECT_THAT(devices_, IsEmpty());
+}
+
 TEST_F(DeviceList, IdIsTheNumberBehindTheFirstEquals) {
   const std::pair<const char*, long> kIds[] = {
       {"NE=2", 2},

@@ -66,9 +66,15 @@ class LinkPortLock : public emf::doubles::PlatformTest {
   static void onAnotherThread(const std::function<void()>& work) { std::thread(work).join(); }
 };
 
-TEST_F(LinkPortLock, RefillAndSearchAreTwoSections) {
+TEST_F(LinkPortLock, RefillAndSearchAreTwoSectionsBetweenTheTraces) {
+  platform().journal.reset();
   EXPECT_EQ(findPortstatusByportidx(kPort), 1);
   EXPECT_THAT(rwlockCalls().calls, ElementsAre("write", "unlock", "read", "unlock"));
+  EXPECT_THAT(platform().journal.events(),
+              ElementsAre("trace: [findPortstatusByportidx] entering",
+                          ::testing::StartsWith("trace: portIndex neID: 12,"),
+                          "port status: " + resourceId(kPort), "write", "unlock", "read", "unlock",
+                          "trace: [findPortstatusByportidx] leaving"));
   EXPECT_EQ(rwlockCalls().held, 0);
 }
 

@@ -163,6 +163,12 @@ TEST_F(Nodes, ObjectsBelowOtherSubmapsAreSkipped) {
   EXPECT_THAT(nodes_, IsEmpty());
 }
 
+TEST_F(Nodes, NothingIsReadOfASkippedObjectButItsParent) {
+  view(R"({"parentId":"10","nativeId":[],"iconFile":[],"exInfo":"ProcID","label":[],"posX":"x"})");
+  EXPECT_EQ(EMFTopoI::getAllNodes("", nodes_), 0);
+  EXPECT_THAT(nodes_, IsEmpty());
+}
+
 TEST_F(Nodes, NumberIsAParentToo) {
   EXPECT_EQ(only(R"({"parentId":102,"nativeId":"NE=9"})").nodeId, "9");
 }
@@ -323,6 +329,46 @@ TEST_F(Nodes, StepsBeforeTheExceptionHaveFilledTheNode) {
   expected.nodeId = "";
   expected.iconName = "/a.png";
   EXPECT_EQ(out, expected);
+}
+
+// One member after the other cannot be read; each step before it has filled its fields.
+TEST_F(Nodes, StepsBeforeAMemberThatCannotBeReadHaveFilledTheNode) {
+  const std::pair<const char*, void (*)(Node&)> kSteps[] = {
+      {"parentId", [](Node&) {}},
+      {"nativeId", [](Node& node) { node.parentSubMapId = "S102"; }},
+      {"exInfo",
+       [](Node& node) {
+         node.nodeId = "12";
+         node.deviceId = 12;
+         node.iconName = "/a/b/router.png";
+       }},
+      {"label",
+       [](Node& node) {
+         node.procId = 7;
+         node.nodeType = "x";
+       }},
+      {"ipAddr", [](Node& node) { node.label = "core-1"; }},
+      {"nodeClass",
+       [](Node& node) {
+         node.ipAddr = "10.0.0.12";
+         node.fixedCode = 2011;
+         node.zeroCode = 0;
+       }},
+      {"posX", [](Node& node) { node.nodeKind = 0; }},
+      {"posY", [](Node& node) { node.posX = -3; }},
+      {"topoId", [](Node& node) { node.posY = 44; }},
+      {"remark", [](Node& node) { node.topoId = 9; }},
+  };
+  Node expected = leftOver();
+  for (const auto& [member, fill] : kSteps) {
+    fill(expected);
+    Json::Value object = json(kWholeObject);
+    object[member] = Json::Value(Json::arrayValue);
+    view(compact(object));
+    Node out = leftOver();
+    EXPECT_THROW(EMFTopoI::getNode(keyOf("12"), out), Json::LogicError) << member;
+    EXPECT_EQ(out, expected) << member;
+  }
 }
 
 TEST_F(Nodes, KindIsThatOfTheClass) {

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "platform.h"
+
 namespace emf::test {
 
 RwlockCalls& rwlockCalls() {
@@ -12,6 +14,15 @@ RwlockCalls& rwlockCalls() {
 }
 
 }  // namespace emf::test
+
+namespace {
+
+void note(const char* call) {
+  emf::test::rwlockCalls().calls.push_back(call);
+  emf::doubles::platform().journal.note(call);
+}
+
+}  // namespace
 
 using emf::test::rwlockCalls;
 
@@ -22,21 +33,21 @@ int __real_pthread_rwlock_unlock(pthread_rwlock_t* lock);
 
 int __wrap_pthread_rwlock_rdlock(pthread_rwlock_t* lock) {
   if (const auto before = std::exchange(rwlockCalls().beforeRead, nullptr)) before();
-  rwlockCalls().calls.push_back("read");
+  note("read");
   if (rwlockCalls().readFails != 0) return rwlockCalls().readFails;
   ++rwlockCalls().held;
   return __real_pthread_rwlock_rdlock(lock);
 }
 
 int __wrap_pthread_rwlock_wrlock(pthread_rwlock_t* lock) {
-  rwlockCalls().calls.push_back("write");
+  note("write");
   if (rwlockCalls().writeFails != 0) return rwlockCalls().writeFails;
   ++rwlockCalls().held;
   return __real_pthread_rwlock_wrlock(lock);
 }
 
 int __wrap_pthread_rwlock_unlock(pthread_rwlock_t* lock) {
-  rwlockCalls().calls.push_back("unlock");
+  note("unlock");
   --rwlockCalls().held;
   const int result = __real_pthread_rwlock_unlock(lock);
   return rwlockCalls().unlockFails != 0 ? rwlockCalls().unlockFails : result;

@@ -1,5 +1,6 @@
-// The readers-writer lock calls of the calling thread: recorded, and failing on demand. For
-// programs that are linked with -Wl,--wrap=pthread_rwlock_rdlock,--wrap=pthread_rwlock_wrlock and
+// The readers-writer lock calls of the calling thread: recorded, also in the journal, and failing
+// on demand. For programs that are linked with
+// -Wl,--wrap=pthread_rwlock_rdlock,--wrap=pthread_rwlock_wrlock and
 // --wrap=pthread_rwlock_unlock.
 //
 //   rwlockCalls().readFails = EAGAIN;
