@@ -1,16 +1,27 @@
 #include "sleep_gate.h"
 
+#include <cerrno>
+#include <utility>
+
 namespace emf::test {
 
 void SleepGate::close() {
   std::lock_guard lock(mutex_);
   open_ = false;
+  interrupted_ = false;
   wakes_ = 0;
   lengths_.clear();
 }
 
 void SleepGate::wake() {
   std::lock_guard lock(mutex_);
+  ++wakes_;
+  changed_.notify_all();
+}
+
+void SleepGate::interrupt() {
+  std::lock_guard lock(mutex_);
+  interrupted_ = true;
   ++wakes_;
   changed_.notify_all();
 }
@@ -31,12 +42,13 @@ std::vector<long> SleepGate::lengths() const {
   return lengths_;
 }
 
-void SleepGate::sleep(const timespec& length) {
+bool SleepGate::sleep(const timespec& length) {
   std::unique_lock lock(mutex_);
   lengths_.push_back(length.tv_nsec == 0 ? static_cast<long>(length.tv_sec) : -1);
   const std::size_t own = lengths_.size();
   changed_.notify_all();
   changed_.wait(lock, [&] { return open_ || wakes_ >= own; });
+  return !std::exchange(interrupted_, false);
 }
 
 SleepGate& sleepGate() {
@@ -47,6 +59,7 @@ SleepGate& sleepGate() {
 }  // namespace emf::test
 
 extern "C" int __wrap_nanosleep(const timespec* length, timespec*) {
-  emf::test::sleepGate().sleep(*length);
-  return 0;
+  if (emf::test::sleepGate().sleep(*length)) return 0;
+  errno = EINTR;
+  return -1;
 }

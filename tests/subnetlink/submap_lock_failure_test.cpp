@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cerrno>
 
+#include "emftopointerface.h"
 #include "lock_failure.h"
 #include "task_fixture.h"
 
@@ -81,6 +82,12 @@ TEST_F(SubmapLockFailure, WithoutTheProcessLockThereIsNoObject) {
   {
     FailingLocks failing;
     EXPECT_EQ(SubmapBufMgr::Instance(), nullptr);
+    std::string name = "left over";
+    EMFTopoI::getSubmapName(name, 12);
+    EXPECT_EQ(name, "");
+    std::list<Node> nodes;
+    EXPECT_EQ(EMFTopoI::getAllNodes("", nodes), 0);
+    EXPECT_TRUE(nodes.empty());
   }
   SubmapBufMgr* const made = SubmapBufMgr::Instance();
   ASSERT_NE(made, nullptr);

@@ -101,6 +101,23 @@ TEST_F(SubmapLock, IsTakenAfterTheReadsAndOnceForEachMap) {
                           "unlock"));
 }
 
+TEST_F(SubmapLock, RecordsAreTakenInUnderItToo) {
+  buffer().refreshSubnetNameLink(std::vector<SouthSubnet>{{"2", "City", "2"}});
+  buffer().refreshDeviceSubnetNameLink(std::vector<SouthDevice>{{12, "NE=12", "2", {}}});
+  EXPECT_THAT(platform().journal.events(),
+              ElementsAre("write lock", "trace: strSNLink = City", "unlock", "write lock",
+                          "trace: [SubmapBufMgr::OriginNE] Failed to find Origin field from "
+                          "asnKeyVal",
+                          "unlock"));
+}
+
+// Its callers hold the lock.
+TEST_F(SubmapLock, IsNotTakenForOneLink) {
+  buffer().getParentLinkSubnetName("S2", Objects{subnet("2", "City", "2")});
+  buffer().getParentLinkSubnetName("2", std::vector<SouthSubnet>{{"2", "City", "2"}});
+  EXPECT_THAT(platform().journal.events(), IsEmpty());
+}
+
 TEST_F(SubmapLock, IsSharedForALookup) {
   link(12);
   EXPECT_THAT(platform().journal.events(), ElementsAre("read lock", "unlock"));

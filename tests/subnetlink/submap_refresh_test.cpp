@@ -135,6 +135,15 @@ TEST_F(SubmapRefresh, EachRefreshMirrorsTheLastRead) {
   EXPECT_EQ(subnetLink("S2"), "");
 }
 
+TEST_F(SubmapRefresh, NumberAboveAnIntIsLookedUpSignExtended) {
+  NodeService service;
+  service.subnets(threeLevels());
+  service.nodes({node("NE=4294967295", "1", "2")});
+  buffer().QuerySubnetAndNodesInfo();
+  EXPECT_EQ(link(0xFFFFFFFFFFFFFFFFUL), "Region/City");
+  EXPECT_EQ(link(0xFFFFFFFFUL), "");
+}
+
 TEST_F(SubmapRefresh, WithoutSubnetsEveryDeviceMissesItsParent) {
   NodeService service;
   service.subnets(threeLevels());

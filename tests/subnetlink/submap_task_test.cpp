@@ -1,8 +1,26 @@
 // The life of the task: start, refresh, sleep, stop, start again.
+#include <ace/Task.h>
+
+#include <atomic>
 #include <future>
 
 #include "processexception.h"
 #include "task_fixture.h"
+
+namespace {
+
+// So many waits for the thread fail; one that does not lets the sleeps end.
+std::atomic<int> failingWaits{0};
+
+}  // namespace
+
+extern "C" int __real__ZN13ACE_Task_Base4waitEv(ACE_Task_Base* task);
+extern "C" int __wrap__ZN13ACE_Task_Base4waitEv(ACE_Task_Base* task) {
+  if (failingWaits == 0) return __real__ZN13ACE_Task_Base4waitEv(task);
+  if (--failingWaits > 0) return -1;
+  emf::test::sleepGate().open();
+  return __real__ZN13ACE_Task_Base4waitEv(task);
+}
 
 namespace emf::test {
 namespace {
@@ -50,6 +68,22 @@ TEST_F(SubmapTask, StopWithoutAThreadReturnsAtOnce) {
   EXPECT_THAT(platform().trace.lines(), IsEmpty());
 }
 
+TEST_F(SubmapTask, StopGivesWhatTheWaitGives) {
+  failingWaits = 2;
+  EXPECT_EQ(buffer().Stop(), -1);
+  EXPECT_EQ(failingWaits, 1);
+  EXPECT_EQ(buffer().Stop(), 0);
+}
+
+TEST_F(SubmapTask, WaitThatFailsWhileTheThreadRunsIsTriedAgain) {
+  buffer().InitBuf();
+  sleepGate().awaitSleeps(1);
+  failingWaits = 3;
+  EXPECT_EQ(buffer().Stop(), 0);
+  EXPECT_EQ(failingWaits, 0);
+  EXPECT_EQ(buffer().thr_count(), 0U);
+}
+
 TEST_F(SubmapTask, FirstRefreshComesAtOnceThenTheSleep) {
   buffer().InitBuf();
   sleepGate().awaitSleeps(1);
@@ -81,6 +115,15 @@ TEST_F(SubmapTask, RefreshesGoOnWithASleepBeforeEach) {
   EXPECT_EQ(link(12), "Region3/x");
   EXPECT_EQ(traced(kFirstTime), 1);
   EXPECT_THAT(sleepGate().lengths(), AllOf(SizeIs(4), Each(1800)));
+}
+
+TEST_F(SubmapTask, InterruptedSleepIsOverAllTheSame) {
+  buffer().InitBuf();
+  sleepGate().awaitSleeps(1);
+  sleepGate().interrupt();
+  sleepGate().awaitSleeps(2);
+  EXPECT_EQ(refreshes(), 2U);
+  EXPECT_THAT(sleepGate().lengths(), ElementsAre(1800, 1800));
 }
 
 TEST_F(SubmapTask, LookupBeforeTheFirstRefreshHasEndedIsEmpty) {
