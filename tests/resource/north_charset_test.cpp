@@ -41,6 +41,11 @@ TEST_F(NorthCharset, TextEndsAtItsFirstNul) {
   EXPECT_EQ(ToNorthCharset(text.c_str()), "UTF-8>GBK:a");
 }
 
+TEST_F(NorthCharset, EmptyTextIsConvertedToo) {
+  platform().text.characterSetSwitch(1);
+  EXPECT_EQ(ToNorthCharset(""), "UTF-8>GBK:");
+}
+
 TEST_F(NorthCharset, SwitchIsReadAtEveryCall) {
   EXPECT_EQ(ToNorthCharset("a"), "a");
   platform().text.characterSetSwitch(1);

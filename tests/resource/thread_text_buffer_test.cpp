@@ -17,6 +17,7 @@ constexpr std::size_t kBufferBytes = 0x7FFFFFFF;
 std::atomic<int> buffersMapped{0};
 std::atomic<int> buffersUnmapped{0};
 std::atomic<void*> lastBuffer{nullptr};
+std::atomic<int> lastFlags{0};
 std::atomic<bool> refuse{false};
 
 }  // namespace
@@ -32,6 +33,7 @@ void* __wrap_mmap(void* address, std::size_t size, int protection, int flags, in
     return MAP_FAILED;
   }
   ++buffersMapped;
+  lastFlags = flags;
   lastBuffer = __real_mmap(address, size, protection, flags, file, at);
   return lastBuffer;
 }
@@ -80,6 +82,7 @@ TEST_F(ThreadTextBufferTest, CallsOfAThreadTouchOnePageOfOneBuffer) {
     resident = residentPages(lastBuffer);
   });
   EXPECT_EQ(resident, 1U);
+  EXPECT_NE(lastFlags & MAP_NORESERVE, 0);
   EXPECT_EQ(buffersMapped, 1);
   EXPECT_EQ(buffersUnmapped, 1);
 }
@@ -123,6 +126,17 @@ TEST_F(ThreadTextBufferTest, WithoutAddressSpaceFormattingCountsAsFailed) {
               ElementsAre("EMFResMgrI::AdpDevID2FDN snprintf_s failed,iDevID(12)",
                           "EMFResMgrI::AdpDevID2FDN, strFdn = "));
   EXPECT_EQ(buffersUnmapped, 0);
+}
+
+TEST_F(ThreadTextBufferTest, AddressSpaceIsAskedForAgainAtTheNextUse) {
+  std::string fdn;
+  onNewThread([&fdn] {
+    refuse = true;
+    EXPECT_EQ(EMFResMgrI::AdpDevID2FDN(12, fdn), -1);
+    refuse = false;
+    EXPECT_EQ(EMFResMgrI::AdpDevID2FDN(12, fdn), 5);
+  });
+  EXPECT_EQ(fdn, "NE=12");
 }
 
 }  // namespace
