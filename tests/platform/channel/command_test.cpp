@@ -1,158 +1,36 @@
 // Commands against peers on real sockets: what Receive gives, whatever the peer does.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <json/value.h>
-#include <json/writer.h>
 
 #include <chrono>
-#include <fstream>
-#include <functional>
 #include <future>
-#include <memory>
 #include <thread>
 
-#include "../metrics/exchange_counts.h"
-#include "frames.h"
-#include "orma/asn1/asn_int.h"
-#include "orma/asn1/asn_octs.h"
+#include "command_fixture.h"
+#include "orma/asn1/asn_buf.h"
 #include "orma/asn1/csm_exception.h"
-#include "orma/bundle/configuration.h"
-#include "orma/channel/asn_phy_cmd.h"
 #include "orma/channel/channel_error.h"
-#include "orma/log/log_sink.h"
-#include "scripted_peer.h"
-#include "temp_directory.h"
 
 namespace orma::channel {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
-constexpr int kLongMs = 60000;
-constexpr int kShortMs = 80;
-
-// An OCTET STRING of less than 128 bytes.
-std::string octets(const std::string& text) {
-  return std::string("\x04") + static_cast<char>(text.size()) + text;
-}
-
-std::string textOf(const AsnOcts& value) {
-  return std::string(value.bytes().data(), value.bytes().size());
-}
-
-// The server's end of one command: frames out of its scripts, addressed to the command that came.
-class Server {
+// A message that is written as the tagging of its buffer, and that reads any body.
+class TaggingMessage : public AsnOcts {
  public:
-  explicit Server(PeerConnection& connection) : connection_(connection) { command_ = readFrame(); }
-
-  const Frame& command() const { return command_; }
-  PeerConnection& connection() { return connection_; }
-
-  Frame readFrame() {
-    const std::string header = connection_.read(kFrameHeaderBytes);
-    if (header.size() < kFrameHeaderBytes) return Frame();
-    std::size_t length = 0;
-    for (int i = 32; i < 36; ++i) length = length << 8 | static_cast<unsigned char>(header[i]);
-    return frameOf(header + connection_.read(length));
+  unsigned long BEnc(AsnBuf& buffer, NIClass_EncodingFormatEnum) const override {
+    buffer.putByte(buffer.tagging() == AsnTagging::Explicit ? 'e' : 'i');
+    return 1;
+  }
+  void BDec(AsnBuf& buffer, unsigned long&, NIClass_EncodingFormatEnum) override {
+    found = buffer.tagging();
+    buffer.skip(buffer.remaining());
+    if (missesBytes) buffer.setReadError();
   }
 
-  // The bytes of a frame of this exchange.
-  std::string own(Frame frame) const {
-    frame.process = command_.process;
-    frame.command = command_.command;
-    frame.id = command_.id;
-    return bytesOf(frame);
-  }
-  void say(const Frame& frame) { connection_.send(own(frame)); }
-
- private:
-  PeerConnection& connection_;
-  Frame command_;
+  AsnTagging found = AsnTagging::Implicit;
+  bool missesBytes = false;
 };
-
-ScriptedPeer::Script serving(std::function<void(Server&)> script) {
-  return [script = std::move(script)](PeerConnection& connection) {
-    Server server(connection);
-    script(server);
-  };
-}
-
-// What a caller sees of an exchange that it follows to its end.
-struct Outcome {
-  std::vector<std::string> texts;
-  unsigned long error = 0;
-};
-
-class CommandTest : public testing::Test {
- protected:
-  CommandTest() { configure(0); }
-  ~CommandTest() override {
-    Configuration::install(nullptr);
-    configureLog(*Configuration::current());
-  }
-
-  void configure(int port, int connectMs = kLongMs, int receiveMs = kLongMs,
-                 const std::string& host = "127.0.0.1") {
-    settings_["host"] = host;
-    settings_["port"] = port;
-    settings_["connectTimeoutMs"] = connectMs;
-    settings_["receiveTimeoutMs"] = receiveMs;
-    install();
-  }
-
-  void install() {
-    Json::Value root;
-    root["log"]["stderr"] = false;
-    root["log"]["file"] = directory_ / "trace.log";
-    root["faultServer"] = settings_;
-    std::vector<ConfigProblem> problems;
-    const auto configuration = Configuration::parse(
-        Json::writeString(Json::StreamWriterBuilder(), root), "test.json", "/", problems);
-    for (const auto& problem : problems) ADD_FAILURE() << problem.where << ": " << problem.what;
-    configureLog(*configuration);
-    Configuration::install(configuration);
-  }
-
-  std::string traces() const {
-    flushLog();
-    std::ifstream log(directory_ / "trace.log");
-    return std::string(std::istreambuf_iterator<char>(log), {});
-  }
-
-  static std::unique_ptr<CAsnPhyCmd> makeCommand(int seconds = 300, unsigned char flow = 1) {
-    CProcID faultServer;
-    faultServer.process = 56;
-    return std::make_unique<CAsnPhyCmd>(2158, AsnOcts("ask"), faultServer, seconds, flow, 0);
-  }
-
-  static Outcome follow(CAsnPhyCmd& command) {
-    Outcome outcome;
-    AsnOcts reply;
-    while (command.Receive(outcome.error, reply)) {
-      outcome.texts.push_back(textOf(reply));
-      command.NeedNextRsp();
-    }
-    return outcome;
-  }
-
-  Outcome converse(std::function<void(Server&)> script, int receiveMs = kLongMs) {
-    const ScriptedPeer peer(serving(std::move(script)));
-    configure(peer.port(), kLongMs, receiveMs);
-    const auto command = makeCommand();
-    command->Send(nullptr);
-    return follow(*command);
-  }
-
-  TempDirectory directory_;
-  Json::Value settings_;
-};
-
-void expectOutcome(const Outcome& outcome, const std::vector<std::string>& texts,
-                   unsigned long error) {
-  EXPECT_EQ(outcome.texts, texts);
-  EXPECT_EQ(outcome.error, error);
-}
 
 TEST_F(CommandTest, FramesArriveOneByOneAsTheyAreAskedFor) {
   Frame command;
@@ -173,6 +51,56 @@ TEST_F(CommandTest, FramesArriveOneByOneAsTheyAreAskedFor) {
   EXPECT_EQ(command.process, 56u);
   EXPECT_EQ(command.command, 2158u);
   EXPECT_EQ(command.body, octets("ask"));
+}
+
+TEST_F(CommandTest, SettingsAreInTheFrames) {
+  Frame frame;
+  const ScriptedPeer peer(serving([&frame](Server& server) {
+    frame = server.command();
+    server.say(end(0));
+  }));
+  settings_["process"] = 57;
+  configure(peer.port());
+  CAsnPhyCmd command(0xFFFFFFFE, AsnOcts("ask"), process(57), 300, 0, 0xABCD);
+  command.Send(nullptr);
+  expectOutcome(follow(command), {}, 0);
+  EXPECT_EQ(frame.process, 57u);
+  EXPECT_EQ(frame.command, 0xFFFFFFFEu);
+  EXPECT_EQ(frame.flags, 0);
+  EXPECT_EQ(frame.priority, 0xABCD);
+}
+
+TEST_F(CommandTest, EachHasAnIdOfItsOwn) {
+  std::vector<std::uint32_t> ids;
+  for (int i = 0; i < 2; ++i) {
+    converse([&ids](Server& server) {
+      ids.push_back(server.command().id);
+      server.say(end(0));
+    });
+  }
+  EXPECT_NE(ids.at(0), ids.at(1));
+}
+
+TEST_F(CommandTest, MessagesAreInTheTaggingOfTheConfiguration) {
+  for (const AsnTagging tagging : {AsnTagging::Explicit, AsnTagging::Implicit}) {
+    const bool isExplicit = tagging == AsnTagging::Explicit;
+    std::string asked;
+    const ScriptedPeer peer(serving([&asked](Server& server) {
+      asked = server.command().body;
+      server.say(reply(1, "any"));
+      server.connection().waitForClose();
+    }));
+    settings_["tagging"] = isExplicit ? "explicit" : "implicit";
+    configure(peer.port());
+    TaggingMessage message;
+    message.found = isExplicit ? AsnTagging::Implicit : AsnTagging::Explicit;
+    CAsnPhyCmd command(2158, message, process(56), 300, 1, 0);
+    command.Send(nullptr);
+    unsigned long error = 0;
+    EXPECT_TRUE(command.Receive(error, message));
+    EXPECT_EQ(asked, isExplicit ? "e" : "i");
+    EXPECT_EQ(message.found, tagging);
+  }
 }
 
 TEST_F(CommandTest, EndAtOnceIsAnEmptyAnswer) {
@@ -351,6 +279,22 @@ TEST_F(CommandTest, BytesBehindTheMessageAreUndecodable) {
   expectOutcome(outcome, {}, kUndecodable);
 }
 
+// A list whose length is missing takes it as 0 and throws nothing.
+TEST_F(CommandTest, MessageThatMissesBytesIsUndecodable) {
+  const ScriptedPeer peer(serving([](Server& server) {
+    server.say(reply(1, "30"));
+    server.connection().waitForClose();
+  }));
+  configure(peer.port());
+  const auto command = makeCommand();
+  command->Send(nullptr);
+  TaggingMessage message;
+  message.missesBytes = true;
+  unsigned long error = 0;
+  EXPECT_FALSE(command->Receive(error, message));
+  EXPECT_EQ(error, kUndecodable);
+}
+
 TEST_F(CommandTest, WithoutFlowControlNothingIsAskedFor) {
   std::string askedFor = "?";
   {
@@ -421,6 +365,16 @@ TEST_F(CommandTest, WithoutAnAddressNothingIsTried) {
   }
 }
 
+TEST_F(CommandTest, OtherInstanceOfTheProcessHasNoAddress) {
+  const ScriptedPeer peer(serving([](Server& server) { server.say(end(0)); }));
+  configure(peer.port());
+  CProcID other = process(56);
+  other.instance = 1;
+  CAsnPhyCmd command(2158, AsnOcts("ask"), other, 300, 1, 0);
+  EXPECT_FALSE(command.Send(nullptr));
+  expectOutcome(follow(command), {}, kNoAddress);
+}
+
 // The configuration's time counts; without it, the command's own.
 TEST_F(CommandTest, CommandsSecondsCountWhereTheConfigurationIsSilent) {
   const ScriptedPeer peer(serving([](Server& server) { server.connection().waitForClose(); }));
@@ -432,37 +386,20 @@ TEST_F(CommandTest, CommandsSecondsCountWhereTheConfigurationIsSilent) {
   EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
 }
 
+TEST_F(CommandTest, SecondsAreAtLeastOne) {
+  for (const int seconds : {0, -1}) {
+    const ScriptedPeer peer(serving([](Server& server) { server.say(end(0)); }));
+    configure(peer.port(), kLongMs, 0);
+    const auto command = makeCommand(seconds);
+    EXPECT_TRUE(command->Send(nullptr));
+    expectOutcome(follow(*command), {}, 0);
+  }
+}
+
 TEST_F(CommandTest, ReceiveWithoutSendIsTold) {
   const auto command = makeCommand();
   expectOutcome(follow(*command), {}, kNotSent);
   command->NeedNextRsp();
-}
-
-TEST_F(CommandTest, FailureIsTracedOnceWithWhatToCheck) {
-  const ClosedPort port;
-  configure(port.port());
-  const auto command = makeCommand();
-  command->Send(nullptr);
-  expectOutcome(follow(*command), {}, kRefused);
-  expectOutcome(follow(*command), {}, kRefused);
-  const std::string text = traces();
-  const std::string expected =
-      "Command 2158 to fault server 127.0.0.1:" + std::to_string(port.port()) +
-      " failed with code 6102: the connection was refused; check that the server runs and that "
-      "faultServer.host and faultServer.port name it\n";
-  EXPECT_THAT(text, HasSubstr(expected));
-  EXPECT_EQ(text.find("Command", text.find(expected) + 1), std::string::npos) << text;
-}
-
-TEST_F(CommandTest, ServersErrorIsTracedAsSuch) {
-  converse([](Server& server) { server.say(end(0, 1203)); });
-  EXPECT_THAT(traces(), HasSubstr("failed with code 1203: the server gave the error code 1203; "
-                                  "check the server's log\n"));
-}
-
-TEST_F(CommandTest, ExchangeThatGoesWellLeavesNoTrace) {
-  converse([](Server& server) { server.say(end(0)); });
-  EXPECT_EQ(traces(), "");
 }
 
 // The request is larger than what the sockets hold, so that the peer's close meets the sending.
@@ -472,9 +409,7 @@ TEST_F(CommandTest, PeerThatClosesWhileItIsSentToRaisesNoSignal) {
   AsnOcts large;
   const std::string bytes(32 << 20, 'x');
   large.ReSet(bytes.data(), bytes.size());
-  CProcID faultServer;
-  faultServer.process = 56;
-  CAsnPhyCmd command(2158, large, faultServer, 300, 1, 0);
+  CAsnPhyCmd command(2158, large, process(56), 300, 1, 0);
   EXPECT_FALSE(command.Send(nullptr));
   expectOutcome(follow(command), {}, kClosed);
 }
@@ -485,9 +420,7 @@ TEST_F(CommandTest, PeerThatReadsNothingIsATimeoutOfTheSend) {
   AsnOcts large;
   const std::string bytes(32 << 20, 'x');
   large.ReSet(bytes.data(), bytes.size());
-  CProcID faultServer;
-  faultServer.process = 56;
-  CAsnPhyCmd command(2158, large, faultServer, 300, 1, 0);
+  CAsnPhyCmd command(2158, large, process(56), 300, 1, 0);
   EXPECT_FALSE(command.Send(nullptr));
   expectOutcome(follow(command), {}, kReceiveTimeout);
 }
@@ -524,36 +457,6 @@ TEST_F(CommandTest, CommandsOfTwoThreadsDoNotMeet) {
   other.join();
   expectOutcome(oneOutcome, std::vector<std::string>(50, "first"), 0);
   expectOutcome(twoOutcome, std::vector<std::string>(50, "second"), 0);
-}
-
-// What is counted of one command.
-class CommandCounts : public CommandTest {
- protected:
-  std::string since() const { return counts_.since(); }
-
- private:
-  const ExchangeCounts counts_{orma::metrics::OutsideService::kFaultServer};
-};
-
-TEST_F(CommandCounts, AnAnswerToItsEndIsAnswered) {
-  converse([](Server& server) { server.say(end(0)); });
-  EXPECT_EQ(since(), "1 answered, 0 refused, 0 unreached");
-}
-
-TEST_F(CommandCounts, WhatIsNoAnswerToItIsRefused) {
-  converse([](Server& server) { server.connection().send(std::string(64, 'x')); });
-  EXPECT_EQ(since(), "0 answered, 1 refused, 0 unreached");
-}
-
-TEST_F(CommandCounts, WithoutAnAnswerItWasNotReached) {
-  converse([](Server&) {});
-  EXPECT_EQ(since(), "0 answered, 0 refused, 1 unreached");
-}
-
-TEST_F(CommandCounts, WithoutAnAddressNothingCounts) {
-  const auto command = makeCommand();
-  EXPECT_FALSE(command->Send(nullptr));
-  EXPECT_EQ(since(), "0 answered, 0 refused, 0 unreached");
 }
 
 }  // namespace

@@ -247,7 +247,9 @@ TEST_F(FrameExchangeTest, FramesAreCounted) {
 
 TEST_F(FrameExchangeTest, EachFrameIsAskedForOnce) {
   talk_.incoming = bytesOf(reply(1, "one")) + bytesOf(reply(2, "two")) + bytesOf(end(2));
-  FrameExchange exchange = makeExchange(request());
+  Request asked = request();
+  asked.priority = 0xABCD;
+  FrameExchange exchange = makeExchange(std::move(asked));
   exchange.askNext();
   EXPECT_EQ(talk_.sent, "") << "before the command";
   exchange.send();
@@ -261,6 +263,7 @@ TEST_F(FrameExchangeTest, EachFrameIsAskedForOnce) {
   EXPECT_EQ(next.number, 2u);
   EXPECT_EQ(next.id, 7u);
   EXPECT_EQ(next.flags, 0);
+  EXPECT_EQ(next.priority, 0xABCD);
   exchange.askNext();
   EXPECT_EQ(talk_.sent.size(), kFrameHeaderBytes) << "asked for already";
 }
@@ -311,7 +314,10 @@ TEST_F(FrameExchangeTest, CommandGoesOutOnce) {
 
 TEST_F(FrameExchangeTest, RequestLargerThanTheLimitIsNotSent) {
   Request large = request();
-  large.body.assign(kMaxFrameBytes + 1, 'x');
+  large.body.assign(kMaxFrameBytes, 'x');
+  EXPECT_TRUE(makeExchange(large).send());
+  talk_ = Conversation();
+  large.body.push_back('x');
   FrameExchange exchange = makeExchange(std::move(large));
   EXPECT_FALSE(exchange.send());
   EXPECT_EQ(exchange.receive(), FrameExchange::Step::Failed);
@@ -335,11 +341,13 @@ TEST_F(FrameExchangeTest, OtherFailureToSendIsTheExchanges) {
   EXPECT_EQ(follow(makeExchange(request())), (Outcome{{}, kReceiveTimeout}));
 }
 
-TEST_F(FrameExchangeTest, EndsAreFinal) {
+TEST_F(FrameExchangeTest, EndsAreFinalAndCloseTheConnection) {
   talk_.incoming = bytesOf(end(0));
   FrameExchange exchange = makeExchange(request());
   exchange.send();
+  EXPECT_FALSE(talk_.closed);
   EXPECT_EQ(exchange.receive(), FrameExchange::Step::Over);
+  EXPECT_TRUE(talk_.closed);
   exchange.fail(kUndecodable);
   exchange.askNext();
   EXPECT_EQ(exchange.receive(), FrameExchange::Step::Over);
@@ -349,6 +357,7 @@ TEST_F(FrameExchangeTest, EndsAreFinal) {
   FrameExchange failing = makeExchange(request());
   failing.send();
   EXPECT_EQ(failing.receive(), FrameExchange::Step::Failed);
+  EXPECT_TRUE(talk_.closed);
   failing.fail(kUndecodable);
   EXPECT_EQ(failing.receive(), FrameExchange::Step::Failed);
   EXPECT_EQ(failing.error(), kClosed);

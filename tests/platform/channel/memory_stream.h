@@ -16,11 +16,13 @@ struct Conversation {
   unsigned long sendError = 0;
   std::string sent;
   std::size_t taken = 0;  // of incoming
+  bool closed = false;    // by the exchange
 };
 
 class MemoryStream : public orma::channel::ByteStream {
  public:
   explicit MemoryStream(Conversation& conversation) : talk_(conversation) {}
+  ~MemoryStream() override { talk_.closed = true; }
 
   unsigned long send(const unsigned char* bytes, std::size_t size,
                      const orma::channel::Deadline&) override {

@@ -25,9 +25,9 @@ class ORMA_API CAsnPhyCmdBlockRef {
 
 class ORMA_API CAsnPhyCmd : public CAsnCmd, public CAsnPhyCmdBlockRef {
  public:
-  // `body` is encoded here and not used later. `timeoutSeconds` is the receive timeout, unless the
-  // configuration gives another one. `flowControl`: 1, each frame waits for NeedNextRsp, or 0.
-  // `priority` is the server's to interpret. Throws what encoding throws.
+  // `body` is encoded here and not used later. `timeoutSeconds`, at least 1, is the receive
+  // timeout, unless the configuration gives another one. `flowControl`: 1, each frame waits for
+  // NeedNextRsp, or 0. `priority` is the server's to interpret. Throws what encoding throws.
   CAsnPhyCmd(unsigned long code, const AsnType& body, const CProcID& destination,
              int timeoutSeconds, unsigned char flowControl, unsigned short priority);
   // In the header, so that whoever makes a command is seen to release it.
