@@ -103,6 +103,15 @@ TEST_F(AgentLog, RingHas100NamesAndTheFirstNameIsNotAmongThem) {
   EXPECT_EQ(contentOfLog("agent2.log"), bytes(100001));
 }
 
+TEST_F(AgentLog, RotationClosesTheOldFile) {
+  runWhole([] {
+    writeLog("first");
+    const auto before = openFiles();
+    writeLog(bytes(100000));
+    EXPECT_EQ(openFiles(), before);
+  });
+}
+
 TEST_F(AgentLog, PrefixIsReadAtEachRotationAndTrimmedInPlace) {
   fs::create_directories(directory_.path() / "other/log");
   runWhole([this] {
@@ -253,9 +262,12 @@ TEST_F(AgentLog, AssertionGoesToTheProxyWithoutALogService) {
     emf::doubles::platform().log.absent();
     emf::doubles::platform().proxies.present();
     WriteLog(nullptr);
-    EXPECT_THAT(emf::doubles::platform().proxies.calls().back(),
-                AllOf(testing::StartsWith("PrintFormat ASSERT: file emfglobal, line "),
-                      EndsWith(" assertion failed for '0 != szBuffer'.\n")));
+    EXPECT_THAT(
+        emf::doubles::platform().proxies.calls(),
+        ElementsAre("CreateLogProxy ii_orma_corbaagent_bundleii_ormacorba_emf",
+                    "SetBundle ii_orma_corbaagent_bundle", "SetModule ii_ormacorba_emf",
+                    testing::MatchesRegex("PrintFormat ASSERT: file emfglobal, line [1-9].* "
+                                          "assertion failed for '0 != szBuffer'.\n")));
   });
 }
 
@@ -298,6 +310,13 @@ TEST_F(FullDevice, LostTextsCountForTheRotation) {
   });
   EXPECT_EQ(contentOfLog("agent.log"), lines(1, 50));
   EXPECT_EQ(contentOfLog("agent1.log"), line(102));
+}
+
+// A text that the stream's buffer takes counts, as above; a longer one goes past it.
+TEST_F(FullDevice, TextThatTheStreamDoesNotTakeDoesNotCount) {
+  fs::create_symlink("/dev/full", logFile("agent.log"));
+  runWhole([] { writeLog(bytes(100001)); });
+  EXPECT_THAT(logNames(), ElementsAre("agent.log"));
 }
 
 TEST_F(FullDevice, TextsComeWholeAgainWhenThereIsRoom) {
