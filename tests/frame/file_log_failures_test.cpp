@@ -1,6 +1,7 @@
-// What the file logs do when the functions they stand on fail. Linked with strncpy_s, fopen and the
-// mutex lock wrapped.
+// What the file logs do when the functions they stand on fail, and what they hand to them. Linked
+// with strncpy_s, vsnprintf_s, fopen and the mutex lock wrapped.
 #include <cerrno>
+#include <sstream>
 
 #include "file_log_fixture.h"
 #include "lock_failure.h"
@@ -9,6 +10,18 @@ namespace {
 
 bool copyFails = false;
 bool openFails = false;
+int formats = 0;
+int formatsIntoClearedBuffers = 0;
+// How the files were opened, as "w+ 37": the mode, and the umask of that moment.
+std::vector<std::string> openings;
+
+void noteOpening(const char* mode) {
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  std::ostringstream text;
+  text << mode << ' ' << std::oct << mask;
+  openings.push_back(text.str());
+}
 
 }  // namespace
 
@@ -20,8 +33,20 @@ int __wrap_strncpy_s(char* dest, std::size_t destMax, const char* src, std::size
   return ERANGE;
 }
 
+int __real_vsnprintf_s(char* dest, std::size_t destMax, std::size_t count, const char* format,
+                       va_list arguments);
+int __wrap_vsnprintf_s(char* dest, std::size_t destMax, std::size_t count, const char* format,
+                       va_list arguments) {
+  ++formats;
+  if (std::count(dest, dest + destMax, '\0') == static_cast<std::ptrdiff_t>(destMax)) {
+    ++formatsIntoClearedBuffers;
+  }
+  return __real_vsnprintf_s(dest, destMax, count, format, arguments);
+}
+
 std::FILE* __real_fopen(const char* path, const char* mode);
 std::FILE* __wrap_fopen(const char* path, const char* mode) {
+  noteOpening(mode);
   return openFails ? nullptr : __real_fopen(path, mode);
 }
 }
@@ -36,6 +61,18 @@ using ::testing::ElementsAre;
 using ::testing::FieldsAre;
 
 class FileLogFailures : public FileLogs {};
+
+TEST_F(FileLogFailures, EachFileIsOpenedForBothWaysUnderAUmaskOf037) {
+  runWhole([this] {
+    openings.clear();
+    writeLog(bytes(100001));
+    EXPECT_THAT(openings, ElementsAre("w+ 37", "w+ 37"));
+    openings.clear();
+    ASSERT_TRUE(emf::openExceptionLog(directory_.path().c_str()));
+    writeException(bytes(200001));
+    EXPECT_THAT(openings, ElementsAre("w+ 37", "w+ 37"));
+  });
+}
 
 // Without a prefix the file would lie in the root directory, which no test may write to: the
 // message tells the path.
@@ -98,6 +135,19 @@ TEST_F(FileLogFailures, PrefixOfTheExceptionLogThatCannotBeCopiedIsTracedAndEmpt
   EXPECT_THAT(outcome.output,
               ::testing::StartsWith("TaDebugWithPara 3 strncpy_s failed!\nemfglobal unknown"));
   EXPECT_THAT(outcome.output, ::testing::HasSubstr("open file /log/exception2"));
+}
+
+// The text of the round before lies on the stack.
+TEST_F(FileLogFailures, TextsAreFormattedIntoClearedBuffers) {
+  runWhole([] {
+    for (int round = 0; round < 2; ++round) {
+      DbTrace("%s", bytes(5000).c_str());
+      ConsolePrint("%s", bytes(5000).c_str());
+      WriteBothLogs("%s", bytes(5000).c_str());
+    }
+    EXPECT_EQ(formats, 8) << "two of them for each line for both logs";
+    EXPECT_EQ(formatsIntoClearedBuffers, formats);
+  });
 }
 
 TEST_F(FileLogFailures, ThreadNumberThatCannotBeFormattedIsLeftOut) {

@@ -104,6 +104,27 @@ TEST_F(AsnTrace, GoesWhereItIsSent) {
   EXPECT_THAT(logNames(), IsEmpty());
 }
 
+TEST_F(AsnTrace, IsPrintedBeforeItIsWritten) {
+  std::filesystem::create_directory(logFile("agent1.log"));
+  const ChildOutcome outcome = run([] {
+    emf::sendAsnTraceTo(true, true);
+    writeLog(bytes(100000));
+    emf::writeAsnText("{ key 7 }\n");  // the process ends in its rotation
+  });
+  EXPECT_THAT(outcome.output, ::testing::MatchesRegex("Thread:-?[0-9]+, ASN Trace:\n"
+                                                      "\\{ key 7 \\}\n"
+                                                      "in .WriteLog. open file .*"));
+}
+
+TEST_F(AsnTrace, HeaderAndTextAreTwoTextsOfTheLog) {
+  runWhole([this] {
+    writeLog(bytes(100000));
+    emf::writeAsnText("{ key 7 }\n");
+    EXPECT_EQ(contentOfLog("agent.log"), bytes(100000) + header());
+    EXPECT_EQ(contentOfLog("agent1.log"), "{ key 7 }\n");
+  });
+}
+
 TEST_F(AsnTrace, BufferKeepsItsText) {
   runWhole([this] {
     emf::writeAsnText("text\n");
@@ -127,10 +148,19 @@ TEST_F(AsnTrace, LongerTextIsCutAndSaysSo) {
   runWhole([this] {
     emf::writeAsnText(bytes(10240).c_str());
     EXPECT_EQ(contentOfLog("agent.log"), header() + bytes(10190) + "\n...More ASN not print.\n");
-    emf::writeAsnText("short");
+    emf::writeAsnText(bytes(10200, 'y').c_str());
     WriteAsnTrace();
-    EXPECT_THAT(contentOfLog("agent.log"), ::testing::EndsWith(header() + "short"));
+    EXPECT_THAT(contentOfLog("agent.log"), ::testing::EndsWith(header() + bytes(10200, 'y')));
   });
+}
+
+TEST_F(AsnTrace, LongerTextSaysSoOnStandardOutputToo) {
+  const ChildOutcome outcome = run([] {
+    emf::sendAsnTraceTo(true, false);
+    emf::writeAsnText(bytes(10240).c_str());
+  });
+  EXPECT_THAT(outcome.output,
+              ::testing::EndsWith(", ASN Trace:\n" + bytes(10190) + "\n...More ASN not print.\n"));
 }
 
 }  // namespace
