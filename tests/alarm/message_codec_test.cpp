@@ -149,6 +149,19 @@ TEST(Item, TagsOutOfOrderAreTakenAsTheyStand) {
   EXPECT_FALSE(decoded.addiInfoList);
 }
 
+// A list's elements stand behind its own tag, whatever tag the list has in a message.
+TEST(Item, OptionalListOfIndefiniteLengthWantsItsOwnTag) {
+  AsnDistinguishedResource resource;
+  decode(resource, fromHex("30 12 04 00 A5 80 30 08 30 08 02 01 01 02 01 00 30 00 00 00"));
+  ASSERT_TRUE(resource.aResRelation);
+  EXPECT_EQ(resource.aResRelation->count(), 1U);
+  const auto failure = failureOf([&] {
+    decode(resource, fromHex("30 12 04 00 A5 80 A5 08 30 08 02 01 01 02 01 00 30 00 00 00"));
+  });
+  ASSERT_NE(failure, nullptr);
+  EXPECT_EQ(failure->message(), "Unexpected Tag");
+}
+
 TEST(Item, MissingRequiredFieldIsTold) {
   AsnAlmKeyStrc key;
   EXPECT_NE(failureOf([&] { decode(key, fromHex("30 03 02 01 03")); }), nullptr);

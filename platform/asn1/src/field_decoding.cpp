@@ -139,8 +139,7 @@ void skipUnknownFields(const SequencePlan& plan, AsnBuf& buffer, unsigned long l
   while (!atEndOfFields(buffer, length)) {
     if (buffer.atEnd() || *buffer.position() == 0) failOnTag(buffer);
     const unsigned int tag = readTag(buffer);
-    const bool isUnknown =
-        (tag >> 24 & kClassBits) == kContextClass && !plan.names(tag, buffer.tagging());
+    const bool isUnknown = (tag >> 24 & kClassBits) == kContextClass && !plan.names(tag);
     if (!isUnknown) failAsn(kAsnWrongTag, __LINE__);
     skipContent(buffer, tag, readLength(buffer));
   }

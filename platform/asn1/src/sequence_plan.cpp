@@ -116,9 +116,12 @@ SequencePlan::SequencePlan(const refl::CClassInfor& infor) : name(infor.name()) 
 
 SequencePlan::~SequencePlan() = default;
 
-bool SequencePlan::names(unsigned int tag, AsnTagging tagging) const {
-  return std::any_of(fields.begin(), fields.end(),
-                     [&](const FieldPlan& field) { return field.tag(tagging) == tag; });
+// A known field in the form of the other tagging is no unknown one.
+bool SequencePlan::names(unsigned int tag) const {
+  constexpr unsigned int kForm = unsigned{kConstructedBit} << 24;
+  return std::any_of(fields.begin(), fields.end(), [&](const FieldPlan& field) {
+    return ((field.tag(AsnTagging::Implicit) ^ tag) & ~kForm) == 0;
+  });
 }
 
 const SequencePlan& planOf(const AsnSequence& sequence) {

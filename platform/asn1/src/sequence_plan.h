@@ -38,8 +38,8 @@ class SequencePlan : public refl::CCompiledForm {
   explicit SequencePlan(const refl::CClassInfor& infor);
   ~SequencePlan() override;
 
-  // Whether a field of this sequence begins with that tag.
-  bool names(unsigned int tag, AsnTagging tagging) const;
+  // Whether a field of this sequence has that tag, in either tagging.
+  bool names(unsigned int tag) const;
 
   const char* name;
   std::vector<FieldPlan> fields;

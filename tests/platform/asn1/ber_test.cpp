@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "codec.h"
+#include "orma/asn1/asn_int.h"
 
 namespace {
 
@@ -200,18 +201,36 @@ TEST(CsmException, HoldsWhatItIsGiven) {
 }
 
 TEST(CsmException, OfTheDecoderSaysWhatIsWrong) {
-  AsnBuf empty(nullptr, 0);
-  unsigned long count = 0;
-  try {
-    BDecEoc(empty, count);
-    FAIL() << "nothing was thrown";
-  } catch (CSM_Exception* thrown) {
-    const std::unique_ptr<CSM_Exception> failure(thrown);
-    EXPECT_EQ(failure->code(), kAsnEndOfInput);
+  const std::pair<const char*, const char*> kFailures[] = {
+      {"02 02 01", "The bytes end inside a value"},
+      {"04 01 05", "A field has another tag than the one that is due"},
+      {"1F 80 01", "A tag is longer than four bytes or written too long"},
+      {"02 FF 05", "A length is too large or of a form that its type does not have"},
+      {"02 00", "An integer is empty, too long or out of range"},
+  };
+  for (const auto& [hex, message] : kFailures) {
+    const Bytes bytes = fromHex(hex);
+    const auto failure = failureOf([&] {
+      AsnBuf buffer(bytes.data(), bytes.size());
+      unsigned long count = 0;
+      AsnInt().BDec(buffer, count, NIClass_EncodingFormat_BER);
+    });
+    ASSERT_NE(failure, nullptr) << hex;
     EXPECT_EQ(failure->file(), "asn1");
-    EXPECT_EQ(failure->message(), "The bytes end inside a value");
+    EXPECT_EQ(failure->message(), message);
     EXPECT_EQ(failure->buffer(), nullptr);
   }
+}
+
+TEST(CsmException, OfTheBufferSaysWhatIsWrong) {
+  AsnBuf buffer("\1", 1);
+  unsigned long count = 0;
+  EXPECT_EQ(failureOf([&] { BDecEoc(buffer, count); })->message(),
+            "An end-of-contents mark is broken, or stands where none is due");
+  std::array<std::optional<AsnBuf::Level>, 64> levels;
+  for (auto& level : levels) level.emplace(buffer);
+  EXPECT_EQ(failureOf([&] { const AsnBuf::Level level(buffer); })->message(),
+            "Values are nested too deep");
 }
 
 }  // namespace

@@ -20,16 +20,22 @@ std::string toHex(const Bytes& bytes);
 Bytes encoded(const AsnType& value, AsnTagging tagging = AsnTagging::Implicit);
 std::string encodedHex(const AsnType& value, AsnTagging tagging = AsnTagging::Implicit);
 
-// The code of the CSM_Exception that the call throws; 0 when it throws none.
+// The CSM_Exception that the call throws; null when it throws none.
 template <typename Call>
-long failureCode(Call call) {
+std::unique_ptr<CSM_Exception> failureOf(Call call) {
   try {
     call();
   } catch (CSM_Exception* thrown) {
-    const std::unique_ptr<CSM_Exception> failure(thrown);
-    return failure->code();
+    return std::unique_ptr<CSM_Exception>(thrown);
   }
-  return 0;
+  return nullptr;
+}
+
+// Its code, or 0.
+template <typename Call>
+long failureCode(Call call) {
+  const auto failure = failureOf(call);
+  return failure != nullptr ? failure->code() : 0;
 }
 
 struct Decoded {

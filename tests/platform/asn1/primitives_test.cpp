@@ -194,8 +194,8 @@ TEST(AsnOcts, IsResetFromTextsStringsAndBytes) {
 
 TEST(AsnOcts, HasTextNameAndClone) {
   AsnOcts value;
-  value.ReSet("a\"b\\\n\x7f\xc3\xa9\0", 9);
-  EXPECT_EQ(printed(value), "\"a\\\"b\\\\\\x0A\\x7F\xc3\xa9\\x00\"");
+  value.ReSet("a\"b\\ \n\x7f\xc3\xa9\0", 10);
+  EXPECT_EQ(printed(value), "\"a\\\"b\\\\ \\x0A\\x7F\xc3\xa9\\x00\"");
   EXPECT_STREQ(value.typeName(), "AsnOcts");
   const std::unique_ptr<AsnOcts> copy(value.clone());
   EXPECT_EQ(copy->bytes(), value.bytes());
