@@ -64,6 +64,7 @@ Answer resAccessLabels(const Arguments& arguments) {
   }
   const std::int64_t result = EMFResMgrI::getAccessResourceLabels(locations);
   std::vector<ResourceEightLoc> rows;
+  rows.reserve(locations.size());
   for (const auto& [position, location] : locations) rows.push_back(location);
   return answerOf(result, kAccessLabel, rows);
 }

@@ -17,8 +17,8 @@ namespace {
 constexpr std::int64_t kGeneratedBefore = 1'767'225'600;
 constexpr std::int64_t kGeneratedOver = 365 * 86'400;
 constexpr std::uint64_t kElementsOfAnAlarm = 4;
-// Of 100 alarms, those that somebody has acknowledged, those that name no resource, and the first of
-// those that name a port of the device if it has any.
+// Of 100 alarms, those that somebody has acknowledged, those that name no resource, and the first
+// of those that name a port of the device if it has any.
 constexpr std::uint32_t kAcknowledged = 20;
 constexpr std::uint32_t kWithoutResource = 5;
 constexpr std::uint32_t kInTheDevice = 60;
@@ -127,12 +127,12 @@ std::string AlarmRaiser::resourceOf(const Device& device) {
   const std::uint32_t kind = random_.below(100);
   const std::int64_t place = random_.below(kPlaces);
   if (kind < kWithoutResource) return "";
-  const std::string element = "NE=" + std::to_string(device.id);
-  if (kind < kInTheDevice) return element;
+  std::string name = "NE=" + std::to_string(device.id);
+  if (kind < kInTheDevice) return name;
   port_.bindAll(device.id, kPortType, place, std::int64_t{kPlaces});
-  std::string port = port_.step() ? std::string(port_.text(0)) : element;
+  if (port_.step()) name = port_.text(0);
   port_.reset();
-  return port;
+  return name;
 }
 
 std::string AlarmRaiser::parametersFor() {

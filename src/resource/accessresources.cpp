@@ -110,8 +110,9 @@ std::string BuildLocationLabel(const std::string& kind, const std::string& frame
   const std::string language = Ormacommon::OrmaMsg::instance()->getLanguage();
   for (const LabelWords& words : kLabelWords) {
     if (language != words.language) continue;
-    std::string label = std::string(words.frame) + ":" + frame + "/" + words.slot + ":" + slot;
-    if (kind != "CP") label += std::string("/") + words.port + ":" + port;
+    std::string label = words.frame;
+    label.append(":").append(frame).append("/").append(words.slot).append(":").append(slot);
+    if (kind != "CP") label.append("/").append(words.port).append(":").append(port);
     if (!words.isGbk) return label;
     std::string converted;
     OrmaGlobalUtils::OrmaCodeSetConvert("GBK", "UTF-8", label, converted);
