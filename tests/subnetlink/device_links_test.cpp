@@ -95,8 +95,8 @@ TEST_F(DeviceLinksTest, NumberBeyondALongIsCutFromTheLargest) {
 }
 
 TEST_F(DeviceLinksTest, NumberStandsBehindTheFirstEqualsSign) {
-  rebuild(Objects{node("X=5,NE=12", "1", "1"), node("NE=", "1", "2")});
-  EXPECT_THAT(links, ElementsAre(Pair(0, "Region/City"), Pair(5, "Region")));
+  rebuild(Objects{node("X=5,NE=12", "1", "1"), node("NE=", "1", "2"), node("NE=010", "1", "1")});
+  EXPECT_THAT(links, ElementsAre(Pair(0, "Region/City"), Pair(5, "Region"), Pair(10, "Region")));
 }
 
 TEST_F(DeviceLinksTest, LastOfTwoWithOneNumberWins) {

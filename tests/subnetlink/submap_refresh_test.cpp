@@ -289,6 +289,12 @@ TEST_F(SubmapRefresh, RecordsHaveMessagesOfTheirOwn) {
               ElementsAre(trace("getParentLinkSubnetName  strSubnetworkID[7] is not exists")));
 }
 
+TEST_F(SubmapRefresh, OneLinkOfAMissingSubnetIsTraced) {
+  EXPECT_EQ(buffer().getParentLinkSubnetName("S7", Objects{}), "");
+  EXPECT_THAT(platform().trace.lines(),
+              ElementsAre(trace("getParentLinkSubnetName strSubnetworkID[S7] is not exists")));
+}
+
 TEST_F(SubmapRefresh, TestsOfElements) {
   EXPECT_TRUE(SubmapBufMgr::IsRealNE("NE=12"));
   EXPECT_FALSE(SubmapBufMgr::IsRealNE("NE=12,FR=1"));

@@ -214,6 +214,11 @@ TEST_F(SubnetLinksTest, OneLinkOfAMissingSubnetIsEmpty) {
   EXPECT_THAT(traces.events, ElementsAre("missing S4", "missing S2", "repeated S1"));
 }
 
+TEST_F(SubnetLinksTest, OneLinkTracesTheMissingParentOfItsChain) {
+  EXPECT_EQ(linkOf("S3", {subnet("2", "City", "9"), subnet("3", "Site", "2")}), "City/Site");
+  EXPECT_THAT(traces.events, ElementsAre("missing S9"));
+}
+
 TEST_F(SubnetLinksTest, RecordsAreTakenAsTheyStand) {
   const std::vector<SouthSubnet> records = {
       {"S3", "Site", "2"}, {"2", "City", "/"}, {"/", "Region", "/"}, {"7", "Lost", "S9"}};
