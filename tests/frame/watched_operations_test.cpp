@@ -10,6 +10,7 @@
 #include "emfresinterface.h"
 #include "emftopointerface.h"
 #include "platform_test.h"
+#include "processexception.h"
 #include "watch_recorder.h"
 
 namespace emf::test {
@@ -256,6 +257,27 @@ TEST_P(WatchedOperations, AreToldOnceAndLast) {
   ASSERT_FALSE(watchTold().empty());
   EXPECT_EQ(watchTold().back(), expected);
   EXPECT_THAT(watchTold(), ::testing::Contains(expected).Times(1));
+}
+
+class WatchedRedefinitions : public emf::doubles::PlatformTest {
+ protected:
+  static std::string toldOf(bool (*query)(const emf::doubles::AlarmQuery&, Json::Value&)) {
+    emf::doubles::platform().alarms.answersBy(query);
+    watchTold().clear();
+    std::vector<AlarmCfg> out;
+    EMFAlarmI::getRedefineAlarmInfo(out);
+    return watchTold().back();
+  }
+};
+
+// The results of both, 1 and 0, tell the opposite.
+TEST_F(WatchedRedefinitions, FailByAProcessExceptionAndNotByBeingNone) {
+  EXPECT_EQ(toldOf([](const emf::doubles::AlarmQuery&, Json::Value&) { return true; }),
+            "EMFAlarmI::getRedefineAlarmInfo");
+  EXPECT_EQ(toldOf([](const emf::doubles::AlarmQuery&, Json::Value&) -> bool {
+              throw ProcessException();
+            }),
+            "EMFAlarmI::getRedefineAlarmInfo failed");
 }
 
 }  // namespace
