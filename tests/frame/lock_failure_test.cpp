@@ -1,3 +1,4 @@
+// Locks that cannot be had, and what another thread does before one is.
 #include "lock_failure.h"
 
 #include "emfglobal.h"
@@ -9,6 +10,7 @@
 namespace emf::test {
 namespace {
 
+using emf::doubles::beforeNextLock;
 using emf::doubles::FailingLocks;
 using emf::doubles::platform;
 using emf::doubles::StdoutCapture;
@@ -31,17 +33,28 @@ TEST_F(LockFailure, ErrorTableIsNotMade) {
 
 TEST_F(LockFailure, ErrorTableThatExistsNeedsNoLock) {
   CAEmfMcdbErrorCodeMgr* made = CAEmfMcdbErrorCodeMgr::Instance();
-  FailingLocks failing;
+  bool locked = false;
+  beforeNextLock([&] { locked = true; });
   EXPECT_EQ(CAEmfMcdbErrorCodeMgr::Instance(), made);
+  beforeNextLock(nullptr);
+  EXPECT_FALSE(locked);
 }
 
 TEST_F(LockFailure, ErrorTableIsNotDestroyed) {
-  CAEmfMcdbErrorCodeMgr* made = CAEmfMcdbErrorCodeMgr::Instance();
+  write("a.res", "5=five\n");
+  table().Init();
   {
     FailingLocks failing;
     CAEmfMcdbErrorCodeMgr::Destroy();
   }
+  EXPECT_EQ(textOf(5), "five");
+}
+
+TEST_F(LockFailure, ErrorTableMadeByAnotherBeforeTheLockIsUsed) {
+  CAEmfMcdbErrorCodeMgr* made = nullptr;
+  beforeNextLock([&] { made = CAEmfMcdbErrorCodeMgr::Instance(); });
   EXPECT_EQ(CAEmfMcdbErrorCodeMgr::Instance(), made);
+  EXPECT_NE(made, nullptr);
 }
 
 TEST_F(LockFailure, TextsAreUnknownWithoutATable) {
@@ -101,17 +114,41 @@ TEST_F(LockFailure, FilledSlotNeedsNoLock) {
   EXPECT_EQ(reference.Get(nullptr), platform().log.service());
 }
 
-TEST_F(LockFailure, PlaceholderIsMadeAllTheSame) {
-  NS_BUNDLEMGR1::ServiceInterface* const before = NS_BUNDLEMGR1::_g_nullServiceInterface;
-  NS_BUNDLEMGR1::_g_nullServiceInterface = nullptr;
-  {
-    FailingLocks failing;
-    Reference reference;
-    ASSERT_NE(*reference.nullInterface, nullptr);
-    EXPECT_EQ((*reference.nullInterface)->GetIFName(), "NULLServiceInterface!");
+// There is no placeholder yet.
+class Placeholder : public LockFailure {
+ protected:
+  Placeholder() { NS_BUNDLEMGR1::_g_nullServiceInterface = nullptr; }
+  ~Placeholder() override {
+    delete NS_BUNDLEMGR1::_g_nullServiceInterface;
+    NS_BUNDLEMGR1::_g_nullServiceInterface = before_;
   }
-  delete NS_BUNDLEMGR1::_g_nullServiceInterface;
-  NS_BUNDLEMGR1::_g_nullServiceInterface = before;
+
+ private:
+  NS_BUNDLEMGR1::ServiceInterface* const before_ = NS_BUNDLEMGR1::_g_nullServiceInterface;
+};
+
+TEST_F(Placeholder, IsMadeWithoutTheLockAllTheSame) {
+  FailingLocks failing;
+  Reference reference;
+  ASSERT_NE(*reference.nullInterface, nullptr);
+  EXPECT_EQ((*reference.nullInterface)->GetIFName(), "NULLServiceInterface!");
+}
+
+TEST_F(Placeholder, MadeByAnotherBeforeTheLockIsUsed) {
+  NS_BUNDLEMGR1::ServiceInterface* made = nullptr;
+  beforeNextLock([&] { made = *Reference().nullInterface; });
+  const Reference reference;
+  EXPECT_EQ(*reference.nullInterface, made);
+  EXPECT_NE(made, nullptr);
+}
+
+TEST_F(Placeholder, ThatExistsNeedsNoLock) {
+  const Reference first;
+  bool locked = false;
+  beforeNextLock([&] { locked = true; });
+  const Reference second;
+  beforeNextLock(nullptr);
+  EXPECT_FALSE(locked);
 }
 
 TEST_F(LockFailure, LogObjectIsLookedUpAgainLater) {
