@@ -131,6 +131,22 @@ TEST_F(ScriptedErrorTable, EntryThatVanishedIsReportedAndTheOthersAreRead) {
   EXPECT_THAT(platform().log.lines(), ElementsAre(ReportsUnopened(pathOf("vanished.res"))));
 }
 
+TEST_F(ScriptedErrorTable, DirectoryItselfAndTheOneAboveAreNotRead) {
+  directoryScript = {".", ".."};
+  lineScript = {{padded("5"), padded("five"), 1}};
+  EXPECT_TRUE(table().Init());
+  EXPECT_EQ(lineScript->size(), 1U);
+}
+
+TEST_F(ScriptedErrorTable, WhatReadingADirectoryGivesIsForTheLineReader) {
+  write("sub/a.res", "");
+  directoryScript = {"sub"};
+  lineScript = {{padded("5"), padded("five"), 1}};
+  EXPECT_TRUE(table().Init());
+  EXPECT_EQ(textOf(5), "five");
+  EXPECT_THAT(platform().log.lines(), IsEmpty());
+}
+
 TEST_F(ScriptedErrorTable, BuffersAreClearAtTheFirstLineOnly) {
   load({{padded("5"), padded("five"), 1}});
   EXPECT_TRUE(buffersWereClear);

@@ -76,8 +76,13 @@ TEST_F(ServiceSteps, ExitGivesTheResultOfWaiting) {
   }
 }
 
-TEST_F(ServiceSteps, FiniDeletesTheTaskBeforeItReleasesTheEngine) {
+TEST_F(ServiceSteps, FiniDeletesTheTaskUnstoppedAndThenReleasesTheEngine) {
   const Service service = load();
+  SubmapBufMgr::Instance();
+  atStop = [] {
+    platform().journal.note("stop");
+    return 0;
+  };
   atDestroy = [] { platform().journal.note("task"); };
   EXPECT_EQ(service->fini(), 0);
   EXPECT_THAT(platform().journal.events(),
