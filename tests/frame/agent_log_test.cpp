@@ -165,6 +165,7 @@ TEST_F(AgentLog, FirstFileThatCannotBeOpenedCostsTheTextAndIsTriedAgain) {
     printAssertions();
     writeLog("lost");
     WriteLog(nullptr);
+    EXPECT_THAT(emf::doubles::platform().trace.lines(), IsEmpty());
     fs::remove(logFile("agent.log"));
     writeLog("kept");
   });

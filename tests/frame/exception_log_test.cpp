@@ -184,6 +184,17 @@ TEST_F(BothLogs, AgentLogComesFirst) {
   EXPECT_EQ(contentOfLog("exception.txt"), "");
 }
 
+TEST_F(BothLogs, CountTheirBytesApart) {
+  runWhole([this] {
+    ASSERT_TRUE(open());
+    writeLog(bytes(60000));
+    writeException(bytes(200001));
+    EXPECT_FALSE(fs::exists(logFile("agent1.log")));
+    writeLog(bytes(40001));
+    EXPECT_TRUE(fs::exists(logFile("agent1.log")));
+  });
+}
+
 TEST_F(BothLogs, TextOf299BytesIsWhole) {
   runWhole([this] {
     WriteBothLogs("%s", bytes(299).c_str());

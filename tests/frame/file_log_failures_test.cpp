@@ -176,6 +176,7 @@ TEST_F(FileLogFailures, LockThatFailsStopsNoText) {
       WriteBothLogs("two ");
       ConsolePrint("three");
       emf::writeAsnText("four");
+      WriteAsnTrace();
     }
     writeLog(" five");  // the locks are free
     emf::writeAsnText(" six");
@@ -183,7 +184,8 @@ TEST_F(FileLogFailures, LockThatFailsStopsNoText) {
   EXPECT_EQ(outcome.status, kChildDone);
   EXPECT_EQ(outcome.output, "three");
   EXPECT_THAT(contentOfLog("agent.log"),
-              ::testing::MatchesRegex("one Thread:.*, two Thread:.*, ASN Trace:\nfour five"
+              ::testing::MatchesRegex("one Thread:.*, two Thread:.*, ASN Trace:\nfour"
+                                      "Thread:.*, ASN Trace:\nfour five"
                                       "Thread:.*, ASN Trace:\n six"));
   EXPECT_THAT(contentOfLog("exception.txt"), ::testing::MatchesRegex("one Thread:.*, two "));
 }
