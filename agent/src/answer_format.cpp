@@ -97,7 +97,7 @@ std::string jsonDocument(const Answer& answer) {
 
 // RFC 4180, but that controls, line breaks among them, are escaped rather than quoted.
 std::string csvField(const std::string& text, CharacterSet characterSet) {
-  const std::string shown = displayText(text, characterSet).bytes;
+  std::string shown = displayText(text, characterSet).bytes;
   if (shown.find_first_of(",\"") == std::string::npos) return shown;
   std::string quoted = "\"";
   for (const char byte : shown) {
