@@ -131,7 +131,7 @@ void HealthEndpoint::answer(const httplib::Request& request, httplib::Response& 
   } else {
     const Page made = page->second();
     response.status = made.status;
-    response.set_content(made.text, made.type.c_str());
+    response.set_content(made.text, made.type);
   }
 }
 

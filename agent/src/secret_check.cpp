@@ -48,16 +48,17 @@ constexpr SecretValue kSecretValues[] = {
 std::vector<orma::ConfigProblem> secretProblems(const orma::Configuration& configuration,
                                                 const std::string& file) {
   std::vector<orma::ConfigProblem> problems;
+  const std::string place = file + ": ";
   for (const SecretFile& row : kSecretFiles) {
     const std::string name = configuration.path(row.key);
     if (name.empty()) continue;
     const std::string fault = orma::secretFileFault(name, row.readers);
-    if (!fault.empty()) problems.push_back({file + ": " + row.key, name + " " + fault});
+    if (!fault.empty()) problems.push_back({place + row.key, name + " " + fault});
   }
   const std::string own = orma::secretFileFault(file, SecretReaders::kOwnerAndGroup);
   for (const SecretValue& row : kSecretValues) {
     if (own.empty() || !row.isHeld(configuration)) continue;
-    problems.push_back({file + ": " + row.key,
+    problems.push_back({place + row.key,
                         "holds a password, and the file " + own + ", " + std::string(row.remedy)});
   }
   return problems;

@@ -73,7 +73,7 @@ WaitingFor::WaitingFor(std::string what) : number_(Waits::instance().begin(std::
 WaitingFor::~WaitingFor() { Waits::instance().end(number_); }
 
 std::string currentWait() {
-  const std::string own = Waits::instance().youngest();
+  std::string own = Waits::instance().youngest();
   ServiceSnapshot figures;
   const ServiceText* const service = lastAsked(figures);
   if (service == nullptr) return own;

@@ -105,8 +105,9 @@ class Reader {
     if (bytes.empty() || bytes.size() > kMaxIntegerBytes) {
       throw BadMessage(std::string(name) + " is an integer of a size that is not taken");
     }
-    auto number = static_cast<std::uint64_t>(static_cast<signed char>(bytes.front()));
-    for (const char byte : bytes.substr(1)) number = number << 8 | static_cast<unsigned char>(byte);
+    const bool negative = (static_cast<unsigned char>(bytes.front()) & 0x80) != 0;
+    std::uint64_t number = negative ? ~std::uint64_t{0} : 0;
+    for (const char byte : bytes) number = number << 8 | static_cast<unsigned char>(byte);
     return static_cast<std::int64_t>(number);
   }
 
