@@ -63,6 +63,7 @@ struct Wanted {
 void appendIfWanted(const Wanted& wanted, const Json::Value& object, std::list<Resource>& out) {
   const std::string fdn = fdnOf(object);
   const Nimbola::MainType mainType = Nimbola::GetMainTypeFromFDN(fdn);
+  // Read of every object, also of one that is not wanted: meant so.
   const std::int64_t subType = Nimbola::GetResSubTypeFromObj(object, mainType);
   if (mainType != wanted.mainType) return;
   if (wanted.byType && subType != wanted.subType) return;
